@@ -1,0 +1,100 @@
+/** @file
+ *  Element types, status codes and the conventions that every call of orpSP shares.
+ *
+ *  Names. `orps<Operation>[_<form>]_<types>[_<modifiers>]`. The type group names the element type; of two groups the
+ *  first is the source and the last the destination. Modifiers: `_I` in place (the destination is also the last
+ *  source), `_Sfs` scaled integer result, `_ISfs` both. `C` after the operation: one operand is a constant passed by
+ *  value; `CRev`: that constant is the left operand.
+ *
+ *  Arrays. Contiguous, any alignment, `len` elements (complex pairs count as one). Where source and destination have
+ *  elements of the same type they may be the same array; any other overlap is an error of the caller unless a function
+ *  says otherwise.
+ *
+ *  Checks, always in this order, nothing written on a negative status: every pointer for null in argument order
+ *  (`StsNullPtr`), the length (`StsBadSize` if it is not positive), then ranges of further arguments. A positive status
+ *  is a warning: the whole result has been written.
+ *
+ *  Scale factor `s` of an `_Sfs` call. The exact result r of an element is written as r * 2^-s, rounded to nearest with
+ *  ties to even and then saturated to the destination type, for every s from INT_MIN to INT_MAX. Integer calls without
+ *  a scale factor saturate. Floating-point calls follow IEEE 754 in the precision of their type; NaN and infinity
+ *  propagate as IEEE 754 arithmetic makes them, and the sign and payload of a NaN result are not specified.
+ *
+ *  Threads. Every call is re-entrant; calls on different arrays may run at the same time. Element-wise results are the
+ *  same bits on every processor and for any number of threads.
+ */
+#ifndef ORPSP_TYPES_H
+#define ORPSP_TYPES_H
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef uint8_t Orp8u;
+typedef int8_t Orp8s;
+typedef uint16_t Orp16u;
+typedef int16_t Orp16s;
+typedef uint32_t Orp32u;
+typedef int32_t Orp32s;
+typedef uint64_t Orp64u;
+typedef int64_t Orp64s;
+typedef float Orp32f;
+typedef double Orp64f;
+
+/** An element of three bytes, least significant byte first. */
+typedef struct {
+  Orp8u byte[3];
+} Orp24u;
+
+/** Complex elements: real part first, no padding. */
+typedef struct {
+  Orp8s re, im;
+} Orp8sc;
+typedef struct {
+  Orp16s re, im;
+} Orp16sc;
+typedef struct {
+  Orp32s re, im;
+} Orp32sc;
+typedef struct {
+  Orp64s re, im;
+} Orp64sc;
+typedef struct {
+  Orp32f re, im;
+} Orp32fc;
+typedef struct {
+  Orp64f re, im;
+} Orp64fc;
+
+/** Result of almost every call: 0 success, negative an error, positive a warning. */
+typedef int32_t OrpStatus;
+
+enum {
+  StsBadRoundMode = -213, /**< the rounding mode is not one of the accepted values */
+  StsShiftErr = -32,      /**< a shift count is negative */
+  StsBadThreshold = -19,  /**< a threshold level is negative where only levels >= 0 are accepted */
+  StsSpecMismatch = -17,  /**< the identity tag of a specification or state is not that of the operation */
+  StsDivByZeroErr = -10,  /**< division by a zero constant */
+  StsNoMemory = -9,       /**< an internal allocation failed */
+  StsNullPtr = -8,        /**< a required pointer is null */
+  StsBadSize = -6,        /**< a length or size is not positive, or below the least one of its family */
+  StsBadArg = -5,         /**< an enumerated argument is outside its set */
+  StsOk = 0,              /**< success */
+  StsDivByZero = 6,       /**< warning: at least one element divisor was zero */
+  StsSingularity = 7,     /**< warning: at least one argument made the result infinite */
+  StsDomain = 8           /**< warning: at least one argument lay outside the domain, a NaN was written */
+};
+
+/** Rounding modes of the calls that take one (`rndMode`). */
+enum {
+  OrpRoundZero = 0, /**< toward zero */
+  OrpRoundNear = 1, /**< to nearest, ties to even */
+  OrpRoundAway = 2  /**< to nearest, ties away from zero */
+};
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
