@@ -18,6 +18,10 @@
 extern "C" {
 #endif
 
+#ifndef ORPCORE_API
+#define ORPCORE_API /* how the library's own build exports its functions; nothing for its users */
+#endif
+
 /** Bits of the feature mask. Wide registers are reported only if the operating system saves them. */
 #define ORP_CPU_SSSE3 0x10u   /**< SSSE3: what orpSP requires */
 #define ORP_CPU_MOVBE 0x20u   /**< MOVBE */
@@ -25,34 +29,34 @@ extern "C" {
 #define ORP_CPU_AVX512 0x200u /**< AVX-512 F, VL, DQ, BW and CD beside AVX2: 512-bit kernels */
 
 /** The enabled features: those of the processor, limited by the environment and by `orpSetCpuFeatures`. */
-uint64_t orpGetEnabledCpuFeatures(void);
+ORPCORE_API uint64_t orpGetEnabledCpuFeatures(void);
 
 /** Limits the enabled features to those in `mask`; ~0 lifts the limit. Features that the processor lacks or that the
  *  environment took away do not come back. orpSP reads the mask once, while it is being loaded: a program that limits
  *  it loads orpcore first, calls this, and then loads orpSP. */
-void orpSetCpuFeatures(uint64_t mask);
+ORPCORE_API void orpSetCpuFeatures(uint64_t mask);
 
 /** Register width in bits (128, 256 or 512) of the kernels that orpSP chose when it was loaded, 0 if it is not. */
-int orpGetVectorBits(void);
+ORPCORE_API int orpGetVectorBits(void);
 /** For orpSP alone: notes the width it chose. */
-void ownSetVectorBits(int bits);
+ORPCORE_API void ownSetVectorBits(int bits);
 
 /** Number of threads that one call of orpSP may use; 1 until the application or the environment asks for more. */
-int ownGetNumThreads(void);
+ORPCORE_API int ownGetNumThreads(void);
 
 /** Sets the number of threads that one call may use: 0 = one per processor core, negative values count as 1. */
-void orpSetNumThreads(int count);
+ORPCORE_API void orpSetNumThreads(int count);
 
 /** `bytes` bytes of uninitialised memory on a 64-byte boundary; null if `bytes` is not positive or there is no memory.
- *  Costs up to 128 bytes more than asked for. */
-void* orpMalloc(int64_t bytes);
+ *  Costs less than 128 bytes more than asked for. */
+ORPCORE_API void* orpMalloc(int64_t bytes);
 
 /** Releases a block of `orpMalloc`; null is fine. */
-void orpFree(void* ptr);
+ORPCORE_API void orpFree(void* ptr);
 
 /** The first address at or above `ptr` that is a multiple of `alignment` (a power of two; anything else gives `ptr`).
  */
-void* orpAlignPtr(void* ptr, int alignment);
+ORPCORE_API void* orpAlignPtr(void* ptr, int alignment);
 
 /** Allocates `bytes` bytes of any alignment, or returns null. */
 typedef void* (*OrpAllocate)(void* context, size_t bytes);
@@ -62,7 +66,7 @@ typedef void (*OrpRelease)(void* context, void* block);
 /** Makes `orpMalloc` take its memory from `allocate`. Both functions null: back to the system's allocator; one null: no
  *  effect. A block remembers the allocator that it came from, so blocks of an earlier allocator may still be released;
  *  the functions and the context must live until the last of their blocks is. */
-void orpSetAllocator(OrpAllocate allocate, OrpRelease release, void* context);
+ORPCORE_API void orpSetAllocator(OrpAllocate allocate, OrpRelease release, void* context);
 
 #ifdef __cplusplus
 }

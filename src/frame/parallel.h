@@ -1,0 +1,26 @@
+// When and how a long element-wise call is shared by threads.
+#pragma once
+
+#include <type_traits>
+
+namespace orpsp {
+
+// Part of the elements [begin, begin + count) of a call; nonzero means that the part saw the call's warning condition.
+using PartFunction = int (*)(const void* call, int begin, int count);
+
+// Runs `part` over [0, len): on the calling thread if len < threshold or the core library grants one thread, else in at
+// most two contiguous parts, the last one taking the remainder. True if any part answered nonzero.
+bool forEachPart(int len, int threshold, PartFunction part, const void* call);
+
+template <class Call>
+bool forEachPart(int len, int threshold, const Call& call) {
+  static_assert(std::is_trivially_copyable_v<Call>);
+  return forEachPart(
+      len, threshold,
+      [](const void* opaque, int begin, int count) -> int {
+        return (*static_cast<const Call*>(opaque))(begin, count) ? 1 : 0;
+      },
+      &call);
+}
+
+}  // namespace orpsp

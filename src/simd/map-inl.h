@@ -1,0 +1,200 @@
+// Element-wise loops: sources through an operation into a destination, whole vectors first to last and any length.
+#if defined(ORPSP_SIMD_MAP_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef ORPSP_SIMD_MAP_INL_H_
+#undef ORPSP_SIMD_MAP_INL_H_
+#else
+#define ORPSP_SIMD_MAP_INL_H_
+#endif
+
+#include <hwy/cache_control.h>
+#include <hwy/highway.h>
+
+#include <algorithm>
+#include <cstdint>
+
+#include "simd/element.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+// Tag of the vector that holds `count` elements of type T.
+template <class T, size_t count>
+using TagOf = hn::FixedTag<Lane<T>, count * Element<T>::kLanes>;
+
+#if HWY_TARGET != HWY_AVX3
+// Copies 1 to 32 bytes by pairs of overlapping moves.
+HWY_INLINE void CopyFew(void* to, const void* from, size_t bytes) {
+  char* const t = static_cast<char*>(to);
+  const char* const f = static_cast<const char*>(from);
+  const auto pair = [&](auto size) HWY_ATTR {
+    char first[size], last[size];
+    __builtin_memcpy(first, f, size);
+    __builtin_memcpy(last, f + (bytes - size), size);
+    __builtin_memcpy(t, first, size);
+    __builtin_memcpy(t + (bytes - size), last, size);
+  };
+  if (bytes >= 16) return pair(std::integral_constant<size_t, 16>{});
+  if (bytes >= 8) return pair(std::integral_constant<size_t, 8>{});
+  if (bytes >= 4) return pair(std::integral_constant<size_t, 4>{});
+  if (bytes >= 2) return pair(std::integral_constant<size_t, 2>{});
+  *t = *f;
+}
+#endif
+
+// The first `count` lanes at p, count < Lanes(d); nothing beyond them is touched. The other lanes are zero.
+template <class D, class T = hn::TFromD<D>>
+HWY_INLINE hn::Vec<D> LoadFew(D d, const T* p, size_t count) {
+#if HWY_TARGET == HWY_AVX3
+  return hn::MaskedLoad(hn::FirstN(d, count), d, p);
+#else
+  alignas(HWY_MAX_BYTES) T few[HWY_MAX_BYTES / sizeof(T)] = {};
+  CopyFew(few, p, count * sizeof(T));
+  return hn::Load(d, few);
+#endif
+}
+
+template <class D, class T = hn::TFromD<D>>
+HWY_INLINE void StoreFew(hn::Vec<D> v, D d, T* p, size_t count) {
+#if HWY_TARGET == HWY_AVX3
+  hn::BlendedStore(v, hn::FirstN(d, count), d, p);
+#else
+  alignas(HWY_MAX_BYTES) T few[HWY_MAX_BYTES / sizeof(T)];
+  hn::Store(v, d, few);
+  CopyFew(p, few, count * sizeof(T));
+#endif
+}
+
+// A source is read by the element: `Load<count>(i)` gives elements [i, i + count), `LoadFew<count>(few)` the first `few`
+// of fewer than `count`, `From(i)` the source that begins at element i.
+template <class T>
+struct Vector {
+  static constexpr size_t kElementBytes = sizeof(T);
+  const T* p;
+
+  template <size_t count>
+  HWY_INLINE auto Load(size_t i) const {
+    return hn::LoadU(TagOf<T, count>{}, lanes(p + i));
+  }
+  template <size_t count>
+  HWY_INLINE auto LoadFew(size_t few) const {
+    return HWY_NAMESPACE::LoadFew(TagOf<T, count>{}, lanes(p), few * Element<T>::kLanes);
+  }
+  HWY_INLINE Vector From(size_t i) const { return {p + i}; }
+  HWY_INLINE bool IsAt(const void* other) const { return p == other; }
+};
+
+template <class T>
+struct Constant {
+  static constexpr size_t kElementBytes = sizeof(T);
+  T value;
+
+  template <size_t count>
+  HWY_INLINE auto Load(size_t) const {
+    constexpr TagOf<T, count> d;
+    if constexpr (isComplex<T>) {
+      return hn::OddEven(hn::Set(d, value.im), hn::Set(d, value.re));
+    } else {
+      return hn::Set(d, value);
+    }
+  }
+  template <size_t count>
+  HWY_INLINE auto LoadFew(size_t) const {
+    return Load<count>(0);
+  }
+  HWY_INLINE Constant From(size_t) const { return *this; }
+  HWY_INLINE bool IsAt(const void*) const { return false; }
+};
+
+// A real vector read as if it were complex, each element twice.
+template <class T>
+struct Twice {
+  static constexpr size_t kElementBytes = 2 * sizeof(T);
+  const T* p;
+
+  template <class V>
+  static HWY_INLINE auto Spread(V v) {
+    constexpr hn::DFromV<V> d;
+    constexpr hn::Twice<decltype(d)> dd;
+    using Wide = hn::RepartitionToWide<decltype(hn::RebindToUnsigned<decltype(dd)>{})>;
+    const auto wide = hn::PromoteTo(Wide{}, hn::BitCast(hn::RebindToUnsigned<decltype(d)>{}, v));
+    const auto upper = hn::ShiftLeft<8 * sizeof(T)>(wide);
+    return hn::BitCast(dd, hn::Or(wide, upper));
+  }
+  template <size_t count>
+  HWY_INLINE auto Load(size_t i) const {
+    return Spread(hn::LoadU(TagOf<T, count>{}, p + i));
+  }
+  template <size_t count>
+  HWY_INLINE auto LoadFew(size_t few) const {
+    return Spread(HWY_NAMESPACE::LoadFew(TagOf<T, count>{}, p, few));
+  }
+  HWY_INLINE Twice From(size_t i) const { return {p + i}; }
+  HWY_INLINE bool IsAt(const void*) const { return false; }
+};
+
+// Lanes of a narrower type, exactly, as lanes of d.
+template <class D, class V>
+HWY_INLINE hn::Vec<D> Lift(D d, V v) {
+  using From = hn::TFromV<V>;
+  using To = hn::TFromD<D>;
+  if constexpr (std::is_same_v<From, To>) {
+    return v;
+  } else if constexpr (std::is_integral_v<To>) {
+    return hn::PromoteTo(d, v);
+  } else {
+    return hn::ConvertTo(d, hn::PromoteTo(hn::RebindToSigned<D>{}, v));
+  }
+}
+
+// Bytes that an operation works on for each element; operations that compute in a wider type say so by kWorkBytes.
+template <class Op>
+inline constexpr size_t kWorkBytes = 1;
+template <class Op>
+  requires(Op::kWorkBytes > 0)
+inline constexpr size_t kWorkBytes<Op> = Op::kWorkBytes;
+
+// From this many bytes of output on the destination is written past the caches, which could not hold it.
+inline constexpr size_t kStreamBytes = size_t{24} << 20;
+
+// dst[i] = op(tag of dst's lanes, src[i]...) for every i < len. Sources may be the destination itself, not overlap it
+// otherwise: first and last vector are computed before anything is stored.
+template <class Op, class TD, class... S>
+HWY_INLINE void Map(const Op& op, TD* dst, size_t len, const S&... src) {
+  constexpr size_t kStep = HWY_MAX_BYTES / HWY_MAX(kWorkBytes<Op>, std::max({sizeof(TD), S::kElementBytes...}));
+  constexpr TagOf<TD, kStep> d;
+  if (HWY_UNLIKELY(len < kStep)) {
+    StoreFew(op(d, src.template LoadFew<kStep>(len)...), d, lanes(dst), len * Element<TD>::kLanes);
+    return;
+  }
+  const size_t end = len - kStep;  // of the loops; the vector from here on is held until they are through
+  const auto last = op(d, src.template Load<kStep>(end)...);
+  size_t i = 0;
+  if (len >= 8 * kStep) {
+    const auto first = op(d, src.template Load<kStep>(0)...);
+    const size_t behind = reinterpret_cast<uintptr_t>(dst) % (kStep * sizeof(TD));
+    const bool aligns = kStep * sizeof(TD) >= 16 && behind % sizeof(TD) == 0;
+    if (behind != 0 && aligns) i = kStep - behind / sizeof(TD);
+    if (HWY_UNLIKELY(len >= kStreamBytes / sizeof(TD)) && aligns && !(src.IsAt(dst) || ...)) {
+      for (; i < end; i += kStep) hn::Stream(op(d, src.template Load<kStep>(i)...), d, lanes(dst + i));
+      hwy::FlushStream();
+    } else {
+#pragma GCC unroll 2
+      for (; i < end; i += kStep) hn::StoreU(op(d, src.template Load<kStep>(i)...), d, lanes(dst + i));
+    }
+    hn::StoreU(first, d, lanes(dst));
+  } else {
+    for (; i < end; i += kStep) hn::StoreU(op(d, src.template Load<kStep>(i)...), d, lanes(dst + i));
+  }
+  hn::StoreU(last, d, lanes(dst + end));
+}
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#endif

@@ -1,0 +1,196 @@
+// The calling forms that element-wise operations share: two vectors, a vector and a constant, one vector; out of place
+// and in place; plain and with a scale factor. An operation is a functor Op(d, a, b), the second operand being the one
+// on the left of a minus or division sign: `pSrc2 - pSrc1` is Op(pSrc1, pSrc2).
+//
+// Integer operations that take a scale factor saturate by themselves and also have
+//   Op::kMostScale<T>    the largest scale factor that can leave something nonzero in lanes of type T,
+//   Op::Rounded{scale}   the operation scaled down, for scale >= 1,
+//   Op::Halved           (optional) the same for scale == 1, which Op::Rounded then need not serve.
+#if defined(ORPSP_VECTOR_FORMS_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef ORPSP_VECTOR_FORMS_INL_H_
+#undef ORPSP_VECTOR_FORMS_INL_H_
+#else
+#define ORPSP_VECTOR_FORMS_INL_H_
+#endif
+
+#include "frame/check.h"
+#include "simd/integer-inl.h"
+#include "simd/map-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {
+
+HWY_INLINE constexpr size_t Size(int len) { return static_cast<size_t>(len); }
+
+// Source for a vector of operands that stand beside elements of type TD: a real vector beside complex ones is spread.
+template <class TD, class T>
+HWY_INLINE auto Operand(const T* p) {
+  if constexpr (isComplex<TD> && !isComplex<T>) {
+    return Twice<T>{p};
+  } else {
+    return Vector<T>{p};
+  }
+}
+
+struct FillZero {
+  template <class D>
+  HWY_INLINE auto operator()(D d) const {
+    return hn::Zero(d);
+  }
+};
+
+// A negative scale factor: shifts up what a saturating operation has written.
+template <class T>
+HWY_NOINLINE void ShiftUpInPlace(T* data, size_t len, int shift) {
+  Map(ShiftUp{shift}, data, len, Vector<T>{data});
+}
+
+// dst = op(src...) * 2^-scale
+template <class Op, class TD, class... S>
+HWY_INLINE void MapScaled(TD* dst, size_t len, int scale, const S&... src) {
+  if (scale > 0) {
+    if (scale > Op::template kMostScale<Lane<TD>>) return Map(FillZero{}, dst, len);
+    if constexpr (requires { typename Op::Halved; }) {
+      if (scale == 1) return Map(typename Op::Halved{}, dst, len, src...);
+    }
+    return Map(typename Op::Rounded{scale}, dst, len, src...);
+  }
+  const size_t block = scale == 0 ? len : size_t{4096} / sizeof(TD) * 4;
+  for (size_t i = 0; i < len; i += block) {
+    const size_t count = HWY_MIN(block, len - i);
+    Map(Op{}, dst + i, count, src.From(i)...);
+    if (scale < 0) ShiftUpInPlace(lanes(dst + i), count * Element<TD>::kLanes, scale < -kBits<TD> ? kBits<TD> : -scale);
+  }
+}
+
+// ---- Two vectors
+
+// Sums and differences of complex elements are those of their lanes; such operations say so by kByLanes, and share the
+// code of the real type.
+template <class Op, class... T>
+inline constexpr bool kByLanes = false;
+template <class Op, class... T>
+  requires(Op::kByLanes)
+inline constexpr bool kByLanes<Op, T...> = (isComplex<T> && ...);
+
+template <class Op, class A, class B, class D>
+HWY_NOINLINE OrpStatus mapPair(D* dst, size_t len, const A* a, const B* b) {
+  Map(Op{}, dst, len, Operand<D>(a), Operand<D>(b));
+  return StsOk;
+}
+
+template <class Op, class A, class B, class D>
+HWY_NOINLINE OrpStatus mapPairScaled(D* dst, size_t len, const A* a, const B* b, int scale) {
+  MapScaled<Op>(dst, len, scale, Operand<D>(a), Operand<D>(b));
+  return StsOk;
+}
+
+template <class Op, class A, class B, class D>
+OrpStatus binary(const A* pSrc1, const B* pSrc2, D* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
+  if constexpr (kByLanes<Op, A, B, D>) {
+    return mapPair<Op>(lanes(pDst), 2 * Size(len), lanes(pSrc1), lanes(pSrc2));
+  } else {
+    return mapPair<Op>(pDst, Size(len), pSrc1, pSrc2);
+  }
+}
+
+template <class Op, class A, class D>
+OrpStatus binaryInPlace(const A* pSrc, D* pSrcDst, int len) {
+  return binary<Op>(pSrc, static_cast<const D*>(pSrcDst), pSrcDst, len);
+}
+
+template <class Op, class A, class B, class D>
+OrpStatus binarySfs(const A* pSrc1, const B* pSrc2, D* pDst, int len, int scaleFactor) {
+  ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
+  if constexpr (kByLanes<Op, A, B, D>) {
+    return mapPairScaled<Op>(lanes(pDst), 2 * Size(len), lanes(pSrc1), lanes(pSrc2), scaleFactor);
+  } else {
+    return mapPairScaled<Op>(pDst, Size(len), pSrc1, pSrc2, scaleFactor);
+  }
+}
+
+template <class Op, class A, class D>
+OrpStatus binaryInPlaceSfs(const A* pSrc, D* pSrcDst, int len, int scaleFactor) {
+  return binarySfs<Op>(pSrc, static_cast<const D*>(pSrcDst), pSrcDst, len, scaleFactor);
+}
+
+// ---- A vector and a constant: Op(val, pSrc[n]), with the constant on the left Op(pSrc[n], val)
+
+template <class Op, class T, class D>
+OrpStatus constant(const T* pSrc, T val, D* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  Map(Op{}, pDst, Size(len), Constant<T>{val}, Vector<T>{pSrc});
+  return StsOk;
+}
+
+template <class Op, class T>
+OrpStatus constantInPlace(T val, T* pSrcDst, int len) {
+  return constant<Op>(static_cast<const T*>(pSrcDst), val, pSrcDst, len);
+}
+
+template <class Op, class T, class D>
+OrpStatus constantSfs(const T* pSrc, T val, D* pDst, int len, int scaleFactor) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  MapScaled<Op>(pDst, Size(len), scaleFactor, Constant<T>{val}, Vector<T>{pSrc});
+  return StsOk;
+}
+
+template <class Op, class T>
+OrpStatus constantInPlaceSfs(T val, T* pSrcDst, int len, int scaleFactor) {
+  return constantSfs<Op>(static_cast<const T*>(pSrcDst), val, pSrcDst, len, scaleFactor);
+}
+
+// Op with its operands exchanged.
+template <class Op>
+struct Reversed : Op {
+  template <class D, class V>
+  HWY_INLINE auto operator()(D d, V a, V b) const {
+    return Op::operator()(d, b, a);
+  }
+};
+template <class Op>
+  requires requires { Op::template kMostScale<int>; }
+struct Reversed<Op> : Op {
+  using Halved = Reversed<typename Op::Halved>;
+  using Rounded = Reversed<typename Op::Rounded>;
+  template <class D, class V>
+  HWY_INLINE auto operator()(D d, V a, V b) const {
+    return Op::operator()(d, b, a);
+  }
+};
+
+// ---- One vector
+
+template <class Op, class T, class D>
+OrpStatus unary(const T* pSrc, D* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  Map(Op{}, pDst, Size(len), Vector<T>{pSrc});
+  return StsOk;
+}
+
+template <class Op, class T, class D>
+OrpStatus unarySfs(const T* pSrc, D* pDst, int len, int scaleFactor) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  MapScaled<Op>(pDst, Size(len), scaleFactor, Vector<T>{pSrc});
+  return StsOk;
+}
+
+template <class Op, class T>
+OrpStatus unaryInPlace(T* pSrcDst, int len) {
+  return unary<Op>(static_cast<const T*>(pSrcDst), pSrcDst, len);
+}
+
+template <class Op, class T>
+OrpStatus unaryInPlaceSfs(T* pSrcDst, int len, int scaleFactor) {
+  return unarySfs<Op>(static_cast<const T*>(pSrcDst), pSrcDst, len, scaleFactor);
+}
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#endif
