@@ -39,9 +39,8 @@ uint64_t detect() {
   const bool avx2 = holds(saved, kYmm) &&
                     holds(basic.ecx, bit_AVX | bit_FMA | bit_F16C | bit_AES | bit_PCLMUL | bit_SSE4_1 | bit_SSE4_2) &&
                     holds(wide.ebx, bit_AVX2 | bit_BMI | bit_BMI2) && holds(extended.ecx, bit_ABM);
-  const bool avx512 =
-      avx2 && holds(saved, kZmm) &&
-      holds(wide.ebx, bit_AVX512F | bit_AVX512VL | bit_AVX512DQ | bit_AVX512BW | bit_AVX512CD);
+  const bool avx512 = avx2 && holds(saved, kZmm) &&
+                      holds(wide.ebx, bit_AVX512F | bit_AVX512VL | bit_AVX512DQ | bit_AVX512BW | bit_AVX512CD);
   if (avx2) mask |= ORP_CPU_AVX2;
   if (avx512) mask |= ORP_CPU_AVX512;
   return mask;

@@ -3,8 +3,8 @@
 
 #include "orpsp/types.h"
 
-#define ORPS_RETURN_IF(condition, status) \
-  do {                                    \
+#define ORPS_RETURN_IF(condition, status)                    \
+  do {                                                       \
     if (__builtin_expect(!!(condition), 0)) return (status); \
   } while (0)
 
@@ -17,6 +17,6 @@ constexpr bool anyNull(const P*... pointers) {
 
 }  // namespace orpsp
 
-#define ORPS_CHECK_VECTOR(len, ...)                              \
-  ORPS_RETURN_IF(::orpsp::anyNull(__VA_ARGS__), StsNullPtr);     \
+#define ORPS_CHECK_VECTOR(len, ...)                          \
+  ORPS_RETURN_IF(::orpsp::anyNull(__VA_ARGS__), StsNullPtr); \
   ORPS_RETURN_IF((len) <= 0, StsBadSize)

@@ -15,8 +15,8 @@
 
 extern "C" {
 // Written while the library is being loaded, never again.
-extern Orp32s VariantIndex;      // 0 "u8", 1 "n8"
-extern Orp32s ownEntryIndex;     // the slot that every entry jumps through
+extern Orp32s VariantIndex;   // 0 "u8", 1 "n8"
+extern Orp32s ownEntryIndex;  // the slot that every entry jumps through
 }
 
 #if defined(_WIN32)
@@ -28,14 +28,16 @@ extern Orp32s ownEntryIndex;     // the slot that every entry jumps through
 #endif
 
 // The entry: transparent for every signature, since neither argument registers nor the stack are touched.
-#define ORPS_ENTRY(name, ...)                                                                    \
-  extern "C" {                                                                                   \
-  extern decltype(&::name) const slots_##name[ORPS_SLOT_COUNT];                                  \
-  __attribute__((used)) decltype(&::name) const slots_##name[ORPS_SLOT_COUNT] = {__VA_ARGS__};   \
-  }                                                                                              \
-  __asm__(".text\n.p2align 5\n.globl " #name "\n" ORPS_ENTRY_BEGIN(name) #name ":\n"             \
-          ".cfi_startproc\n"                                                                     \
-          "movl ownEntryIndex(%rip), %eax\n"                                                     \
-          "leaq slots_" #name "(%rip), %r11\n"                                                   \
-          "jmp *(%r11,%rax,8)\n"                                                                 \
+#define ORPS_ENTRY(name, ...)                                                                  \
+  extern "C" {                                                                                 \
+  extern decltype(&::name) const slots_##name[ORPS_SLOT_COUNT];                                \
+  __attribute__((used)) decltype(&::name) const slots_##name[ORPS_SLOT_COUNT] = {__VA_ARGS__}; \
+  }                                                                                            \
+  __asm__(".text\n.p2align 5\n.globl " #name "\n" ORPS_ENTRY_BEGIN(name) #name                 \
+          ":\n"                                                                                \
+          ".cfi_startproc\n"                                                                   \
+          "movl ownEntryIndex(%rip), %eax\n"                                                   \
+          "leaq slots_" #name                                                                  \
+          "(%rip), %r11\n"                                                                     \
+          "jmp *(%r11,%rax,8)\n"                                                               \
           ".cfi_endproc\n" ORPS_ENTRY_END(name))

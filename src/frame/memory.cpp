@@ -18,9 +18,8 @@ void release(void* ptr) { orpFree(ptr); }
 
 }  // namespace
 
-#define ORPS_EXPORT(name, implementation)                  \
-  constexpr decltype(&::name) own_##name = implementation; \
-  ORPS_ENTRY(name, own_##name, own_##name, own_##name, own_##name, own_##name, own_##name)
+#include "frame/entry_plain.h"
+
 #include "exports/memory.inc"
 
 }  // namespace orpsp

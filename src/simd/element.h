@@ -15,7 +15,7 @@ struct Element {
 };
 
 template <class T>
-  requires requires(T t) { t.re, t.im; }
+requires requires(T t) { t.re, t.im; }
 struct Element<T> {
   using Lane = decltype(T::re);
   static constexpr size_t kLanes = 2;
@@ -41,6 +41,28 @@ const Lane<T>* lanes(const T* p) {
 template <class T>
 Lane<T>* lanes(T* p) {
   return reinterpret_cast<Lane<T>*>(p);
+}
+
+// A vector as its bytes.
+template <class T>
+const Orp8u* bytes(const T* p) {
+  return reinterpret_cast<const Orp8u*>(p);
+}
+template <class T>
+Orp8u* bytes(T* p) {
+  return reinterpret_cast<Orp8u*>(p);
+}
+
+// Single elements at any address.
+template <class T>
+inline T get(const T* p) {
+  T value;
+  __builtin_memcpy(&value, p, sizeof(T));
+  return value;
+}
+template <class T>
+inline void put(T* p, T value) {
+  __builtin_memcpy(p, &value, sizeof(T));
 }
 
 }  // namespace orpsp

@@ -19,9 +19,9 @@ namespace {
 
 // ---- Instructions that Highway does not offer: they pack or pair within 128-bit blocks.
 
-#define ORPSP_BLOCKWISE(name, From, To, sse, avx2, avx512)                                           \
+#define ORPSP_BLOCKWISE(name, From, To, sse, avx2, avx512)                                                             \
   HWY_INLINE hn::Vec128<To> name(hn::Vec128<From> a, hn::Vec128<From> b) { return hn::Vec128<To>{sse(a.raw, b.raw)}; } \
-  ORPSP_BLOCKWISE_256(name, From, To, avx2)                                                          \
+  ORPSP_BLOCKWISE_256(name, From, To, avx2)                                                                            \
   ORPSP_BLOCKWISE_512(name, From, To, avx512)
 #if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
 #define ORPSP_BLOCKWISE_256(name, From, To, avx2) \
@@ -30,8 +30,10 @@ namespace {
 #define ORPSP_BLOCKWISE_256(name, From, To, avx2)
 #endif
 #if HWY_TARGET == HWY_AVX3
-#define ORPSP_BLOCKWISE_512(name, From, To, avx512) \
-  HWY_INLINE hn::Vec512<To> name(hn::Vec512<From> a, hn::Vec512<From> b) { return hn::Vec512<To>{avx512(a.raw, b.raw)}; }
+#define ORPSP_BLOCKWISE_512(name, From, To, avx512)                        \
+  HWY_INLINE hn::Vec512<To> name(hn::Vec512<From> a, hn::Vec512<From> b) { \
+    return hn::Vec512<To>{avx512(a.raw, b.raw)};                           \
+  }
 #else
 #define ORPSP_BLOCKWISE_512(name, From, To, avx512)
 #endif

@@ -68,8 +68,8 @@ HWY_INLINE void StoreFew(hn::Vec<D> v, D d, T* p, size_t count) {
 #endif
 }
 
-// A source is read by the element: `Load<count>(i)` gives elements [i, i + count), `LoadFew<count>(few)` the first `few`
-// of fewer than `count`, `From(i)` the source that begins at element i.
+// A source is read by the element: `Load<count>(i)` gives elements [i, i + count), `LoadFew<count>(few)` the first
+// `few` of fewer than `count`, `From(i)` the source that begins at element i.
 template <class T>
 struct Vector {
   static constexpr size_t kElementBytes = sizeof(T);
@@ -154,8 +154,7 @@ HWY_INLINE hn::Vec<D> Lift(D d, V v) {
 template <class Op>
 inline constexpr size_t kWorkBytes = 1;
 template <class Op>
-  requires(Op::kWorkBytes > 0)
-inline constexpr size_t kWorkBytes<Op> = Op::kWorkBytes;
+requires(Op::kWorkBytes > 0) inline constexpr size_t kWorkBytes<Op> = Op::kWorkBytes;
 
 // From this many bytes of output on the destination is written past the caches, which could not hold it.
 inline constexpr size_t kStreamBytes = size_t{24} << 20;

@@ -41,6 +41,10 @@ struct FillZero {
   }
 };
 
+struct Same {
+  HWY_INLINE auto operator()(auto, auto v) const { return v; }
+};
+
 // A negative scale factor: shifts up what a saturating operation has written.
 template <class T>
 HWY_NOINLINE void ShiftUpInPlace(T* data, size_t len, int shift) {
@@ -72,8 +76,7 @@ HWY_INLINE void MapScaled(TD* dst, size_t len, int scale, const S&... src) {
 template <class Op, class... T>
 inline constexpr bool kByLanes = false;
 template <class Op, class... T>
-  requires(Op::kByLanes)
-inline constexpr bool kByLanes<Op, T...> = (isComplex<T> && ...);
+requires(Op::kByLanes) inline constexpr bool kByLanes<Op, T...> = (isComplex<T> && ...);
 
 template <class Op, class A, class B, class D>
 HWY_NOINLINE OrpStatus mapPair(D* dst, size_t len, const A* a, const B* b) {
@@ -152,7 +155,7 @@ struct Reversed : Op {
   }
 };
 template <class Op>
-  requires requires { Op::template kMostScale<int>; }
+requires requires { Op::template kMostScale<int>; }
 struct Reversed<Op> : Op {
   using Halved = Reversed<typename Op::Halved>;
   using Rounded = Reversed<typename Op::Rounded>;

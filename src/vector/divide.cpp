@@ -1,0 +1,478 @@
+// Div, Div_Round, DivC, DivCRev and Normalize.
+//
+// Integer quotients come from one correctly rounded division in float or double. That is exact: a quotient n / (d *
+// 2^s) that is no tie differs from the nearest one, m / 2, by |2n - m d 2^s| / (2n) >= 1 / (2n) of itself, and one that
+// is no integer differs from the nearest integer by at least 1 / n, so a precision of n's bits and two more keeps them
+// apart; for s = -k the bits of n * 2^k count, as far as the result does not saturate.
+#include "orpsp/vector/division.h"
+
+#include <climits>
+#include <type_traits>
+
+#include "frame/entry.h"
+#include "frame/parallel.h"
+#include "simd/targets.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "vector/divide.cpp"
+#include <hwy/foreach_target.h>
+
+#include "vector/forms-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {
+
+constexpr int kNever = INT_MAX;  // length from which on a call may use two threads: never
+
+// Divisors are ones beyond the end of the vector, so that zeros found are zeros of the caller.
+template <class T>
+struct Divisors : Vector<T> {
+  template <size_t count>
+  HWY_INLINE auto LoadFew(size_t few) const {
+    constexpr TagOf<T, count> d;
+    const auto inside = hn::FirstN(d, few * Element<T>::kLanes);
+    return hn::IfThenElse(inside, Vector<T>::template LoadFew<count>(few), hn::Set(d, Lane<T>{1}));
+  }
+  HWY_INLINE Divisors From(size_t i) const { return {Vector<T>::From(i)}; }
+};
+
+// Notes zero divisors, in lanes of type W.
+template <class W>
+struct ZeroWatch {
+  using V = hn::Vec<hn::ScalableTag<W>>;
+  mutable V zeros = hn::Zero(hn::ScalableTag<W>{});
+
+  template <class M>
+  HWY_INLINE void Note(M isZero) const {
+    zeros = hn::Or(zeros, hn::VecFromMask(hn::ScalableTag<W>{}, isZero));
+  }
+  HWY_INLINE bool Found() const {
+    const hn::ScalableTag<W> d;
+    const hn::RebindToUnsigned<decltype(d)> du;
+    return !hn::AllTrue(du, hn::Eq(hn::BitCast(du, zeros), hn::Zero(du)));
+  }
+};
+
+// ---- Floating point
+
+template <class T>
+struct RealQuotient : ZeroWatch<T> {
+  template <class V>
+  HWY_INLINE V operator()(auto d, V divisor, V dividend) const {
+    const auto zero = hn::Zero(d);
+    this->Note(hn::Eq(divisor, zero));
+    return hn::Div(dividend, hn::Add(divisor, zero));  // -0 becomes +0, so that the dividend's sign decides
+  }
+};
+
+// (a + bi) / (c + di) with a + bi in planes of double, the zero divisor dividing part by part.
+template <class V>
+struct Complex {
+  V re, im;
+};
+template <class V>
+HWY_INLINE Complex<V> ComplexQuotient(const ZeroWatch<double>& watch, Complex<V> divisor, Complex<V> dividend) {
+  constexpr hn::DFromV<V> d;
+  const auto norm = hn::Add(hn::Mul(divisor.re, divisor.re), hn::Mul(divisor.im, divisor.im));
+  const auto isZero = hn::Eq(norm, hn::Zero(d));
+  watch.Note(isZero);
+  const auto re = hn::Add(hn::Mul(dividend.re, divisor.re), hn::Mul(dividend.im, divisor.im));
+  const auto im = hn::Sub(hn::Mul(dividend.im, divisor.re), hn::Mul(dividend.re, divisor.im));
+  const auto below = hn::IfThenElse(isZero, hn::Zero(d), norm);
+  return {hn::Div(hn::IfThenElse(isZero, dividend.re, re), below),
+          hn::Div(hn::IfThenElse(isZero, dividend.im, im), below)};
+}
+
+template <class T>
+struct ComplexFloatQuotient;
+
+// Squares of finite floats neither overflow nor underflow in double.
+template <>
+struct ComplexFloatQuotient<Orp32fc> : ZeroWatch<double> {
+  static constexpr size_t kWorkBytes = sizeof(double);
+
+  static HWY_INLINE auto Planes(auto v) {
+    constexpr hn::ScalableTag<double> df64;
+    constexpr hn::Rebind<uint32_t, decltype(df64)> du32;
+    constexpr hn::Rebind<float, decltype(df64)> df32;
+    const auto pairs = hn::BitCast(hn::ScalableTag<uint64_t>{}, v);
+    const auto plane = [=](auto part)
+                           HWY_ATTR { return hn::PromoteTo(df64, hn::BitCast(df32, hn::TruncateTo(du32, part))); };
+    return Complex<hn::Vec<decltype(df64)>>{plane(pairs), plane(hn::ShiftRight<32>(pairs))};
+  }
+  HWY_INLINE auto operator()(auto d, auto divisor, auto dividend) const {
+    constexpr hn::ScalableTag<uint64_t> du64;
+    constexpr hn::Rebind<float, decltype(du64)> df32;
+    constexpr hn::Rebind<uint32_t, decltype(du64)> du32;
+    const auto quotient = ComplexQuotient(*this, Planes(divisor), Planes(dividend));
+    const auto bits = [=](auto plane)
+                          HWY_ATTR { return hn::PromoteTo(du64, hn::BitCast(du32, hn::DemoteTo(df32, plane))); };
+    return hn::BitCast(d, hn::Or(bits(quotient.re), hn::ShiftLeft<32>(bits(quotient.im))));
+  }
+};
+
+// Both operands are scaled by powers of two to magnitudes near 1, and the quotient back.
+template <>
+struct ComplexFloatQuotient<Orp64fc> : ZeroWatch<double> {
+  template <class V>
+  HWY_INLINE V operator()(auto d, V divisor, V dividend) const {
+    constexpr hn::RebindToUnsigned<decltype(d)> du;
+    const auto larger = [=](V v) HWY_ATTR { return hn::Max(hn::Abs(v), hn::Abs(hn::Reverse2(d, v))); };
+    const auto norm = larger(divisor);
+    const auto isZero = hn::Eq(norm, hn::Zero(d));
+    Note(isZero);
+
+    const auto exponent = [=](V magnitude) HWY_ATTR {  // biased, away from its ends so that both scales are normal
+      const auto field = hn::ShiftRight<52>(hn::BitCast(du, magnitude));
+      return hn::Min(hn::Max(field, hn::Set(du, 1)), hn::Set(du, 2045));
+    };
+    const auto powerOfTwo = [=](auto biased) HWY_ATTR { return hn::BitCast(d, hn::ShiftLeft<52>(biased)); };
+    const auto down = [=](V v, auto by) HWY_ATTR { return hn::Mul(v, powerOfTwo(hn::Sub(hn::Set(du, 2046), by))); };
+    const auto above = exponent(larger(dividend)), below = exponent(norm);
+    const V a = down(dividend, above), c = down(divisor, below);
+
+    const auto signOfImaginary = hn::OddEven(hn::SignBit(d), hn::Zero(d));
+    const auto direct = hn::Mul(a, hn::DupEven(c));                   // ac, bc
+    const auto crossed = hn::Mul(hn::Reverse2(d, a), hn::DupOdd(c));  // bd, ad
+    const auto squares = hn::Mul(c, c);
+    const auto quotient =
+        hn::Div(hn::Add(direct, hn::Xor(crossed, signOfImaginary)), hn::Add(squares, hn::Reverse2(d, squares)));
+    // Back by 2^(above - below) in two factors, each within range.
+    const auto shift = hn::Sub(hn::Add(above, hn::Set(du, 4096)), below);  // positive
+    const auto firstHalf = hn::ShiftRight<1>(shift), secondHalf = hn::Sub(shift, firstHalf);
+    const auto factor = [=](auto half) HWY_ATTR { return powerOfTwo(hn::Sub(half, hn::Set(du, 2048 - 1023))); };
+    const auto result = hn::Mul(hn::Mul(quotient, factor(firstHalf)), factor(secondHalf));
+    return hn::IfThenElse(isZero, hn::Div(dividend, hn::Zero(d)), result);
+  }
+};
+
+template <class T>
+using FloatQuotient = std::conditional_t<isComplex<T>, ComplexFloatQuotient<T>, RealQuotient<T>>;
+
+// ---- Integers
+
+enum class Rounding { kZero, kNearest, kAway };
+
+template <Rounding rounding, class D, class V>
+HWY_INLINE hn::Vec<D> RoundTo(D d, V v) {  // integers of the destination's type, v within its range
+  using W = hn::TFromV<V>;
+  constexpr hn::DFromV<V> dw;
+  constexpr hn::Rebind<int32_t, decltype(dw)> di32;
+  if constexpr (rounding == Rounding::kAway) v = hn::Add(v, hn::CopySign(hn::Set(dw, W{0.5}), v));
+  if constexpr (sizeof(W) == 4) {
+    const auto integers = rounding == Rounding::kNearest ? hn::NearestInt(v) : hn::ConvertTo(di32, v);
+    return hn::DemoteTo(d, integers);
+  } else {
+    if constexpr (rounding == Rounding::kNearest) {
+      const auto noFraction = hn::Set(dw, 0x1.8p52);  // adding this rounds to an integer, ties to even
+      v = hn::Sub(hn::Add(v, noFraction), noFraction);
+    }
+    const auto integers = hn::DemoteTo(di32, v);
+    if constexpr (std::is_same_v<hn::TFromD<D>, int32_t>) {
+      return integers;
+    } else {
+      return hn::DemoteTo(d, integers);
+    }
+  }
+}
+
+// Infinite quotients (zero divisors) saturate, NaN (0/0) gives 0.
+template <class T, class V>
+HWY_INLINE V ClampTo(V v) {
+  constexpr hn::DFromV<V> d;
+  using W = hn::TFromV<V>;
+  const auto number = hn::IfThenElseZero(hn::Eq(v, v), v);
+  return hn::Min(hn::Max(number, hn::Set(d, static_cast<W>(kLeast<T>))), hn::Set(d, static_cast<W>(kMost<T>)));
+}
+
+template <class W, class V>
+HWY_INLINE auto ToWork(V v) {
+  constexpr hn::ScalableTag<W> dw;
+  constexpr hn::Rebind<int32_t, decltype(dw)> di32;
+  if constexpr (sizeof(hn::TFromV<V>) == 4) {
+    return hn::PromoteTo(dw, v);
+  } else if constexpr (sizeof(W) == 4) {
+    return hn::ConvertTo(dw, hn::PromoteTo(di32, v));
+  } else {
+    return hn::PromoteTo(dw, hn::PromoteTo(di32, v));
+  }
+}
+
+template <class W, Rounding rounding>
+struct IntegerQuotient : ZeroWatch<W> {
+  static constexpr size_t kWorkBytes = sizeof(W);
+  W unit;  // 2^-scale
+
+  HWY_INLINE auto operator()(auto d, auto divisor, auto dividend) const {
+    constexpr hn::ScalableTag<W> dw;
+    const auto below = ToWork<W>(divisor);
+    this->Note(hn::Eq(below, hn::Zero(dw)));
+    const auto quotient = hn::Div(hn::Mul(ToWork<W>(dividend), hn::Set(dw, unit)), below);
+    return RoundTo<rounding>(d, ClampTo<hn::TFromD<decltype(d)>>(quotient));
+  }
+};
+
+struct ComplexIntegerQuotient : ZeroWatch<double> {
+  static constexpr size_t kWorkBytes = sizeof(double);
+  double unit;
+
+  static HWY_INLINE auto Planes(auto v) {
+    constexpr hn::ScalableTag<double> df64;
+    const auto pairs = hn::BitCast(hn::Rebind<int32_t, decltype(df64)>{}, v);
+    return Complex<hn::Vec<decltype(df64)>>{hn::PromoteTo(df64, hn::ShiftRight<16>(hn::ShiftLeft<16>(pairs))),
+                                            hn::PromoteTo(df64, hn::ShiftRight<16>(pairs))};
+  }
+  HWY_INLINE auto operator()(auto d, auto divisor, auto dividend) const {
+    constexpr hn::ScalableTag<double> df64;
+    constexpr hn::Rebind<int32_t, decltype(df64)> di32;
+    auto above = Planes(dividend);
+    above.re = hn::Mul(above.re, hn::Set(df64, unit));
+    above.im = hn::Mul(above.im, hn::Set(df64, unit));
+    const auto quotient = ComplexQuotient(*this, Planes(divisor), above);
+    const auto part = [=](auto plane) HWY_ATTR { return RoundTo<Rounding::kNearest>(di32, ClampTo<Orp16s>(plane)); };
+    const auto re = hn::And(part(quotient.re), hn::Set(di32, 0xFFFF));
+    return hn::BitCast(d, hn::Or(re, hn::ShiftLeft<16>(part(quotient.im))));
+  }
+};
+
+// (x - shift) / divisor
+template <class T>
+struct IntegerNormal {
+  static constexpr size_t kWorkBytes = Element<T>::kLanes * sizeof(double);
+  double unit, divisor;
+
+  HWY_INLINE auto operator()(auto d, auto shift, auto v) const {
+    constexpr hn::Rebind<double, decltype(d)> df64;
+    constexpr hn::Rebind<int32_t, decltype(d)> di32;
+    const auto difference = hn::PromoteTo(df64, hn::Sub(hn::PromoteTo(di32, v), hn::PromoteTo(di32, shift)));
+    const auto quotient = hn::Div(hn::Mul(difference, hn::Set(df64, unit)), hn::Set(df64, divisor));
+    return RoundTo<Rounding::kNearest>(d, ClampTo<Orp16s>(quotient));
+  }
+};
+
+template <class T>
+struct FloatNormal {
+  T divisor;
+  HWY_INLINE auto operator()(auto d, auto shift, auto v) const {
+    return hn::Div(hn::Sub(v, shift), hn::Set(d, divisor));
+  }
+};
+
+// 2^-scale for quotients of integers; beyond +-100 nothing changes any more, since they all vanish or saturate.
+HWY_INLINE double Unit(int scale) { return __builtin_ldexp(1.0, -HWY_MIN(HWY_MAX(scale, -100), 100)); }
+
+// ---- Kernels: true if a divisor was zero
+
+template <class Op, class D, class Below, class Above, class... Unit>
+HWY_NOINLINE bool mapQuotient(D* dst, size_t len, Below below, Above above, Unit... unit) {
+  const Op op{{}, unit...};
+  Map(op, dst, len, below, above);
+  return op.Found();
+}
+
+// 32-bit quotients times 2^up, 20 < up <= 64, where double is no longer enough. From 64 on every nonzero one saturates.
+HWY_NOINLINE bool mapLargeQuotient(Orp32s* dst, size_t len, const Orp32s* below, const Orp32s* above, int up) {
+  bool zero = false;
+  for (size_t i = 0; i < len; ++i) {
+    const int64_t divisor = get(below + i), dividend = get(above + i);
+    const bool negative = (dividend < 0) != (divisor < 0);
+    const auto d = static_cast<uint64_t>(divisor < 0 ? -divisor : divisor);
+    const auto n = static_cast<uint64_t>(dividend < 0 ? -dividend : dividend);
+    zero |= d == 0;
+    uint64_t magnitude = n == 0 ? 0 : kMost<uint32_t>;
+    if (d != 0 && n != 0 && up < 64) {
+      const int first = HWY_MIN(up, 32), second = up - first;
+      magnitude = (n << first) / d;
+      if (magnitude < kMost<uint32_t>) {
+        const uint64_t carried = ((n << first) % d) << second, rest = carried % d;
+        magnitude = (magnitude << second) + carried / d;
+        if (rest > d - rest || (rest == d - rest && (magnitude & 1) != 0)) ++magnitude;
+      }
+    }
+    const auto most = static_cast<uint64_t>(kMost<Orp32s>);
+    if (negative) {
+      put(dst + i, static_cast<Orp32s>(-static_cast<int64_t>(HWY_MIN(magnitude, most + 1))));
+    } else {
+      put(dst + i, static_cast<Orp32s>(HWY_MIN(magnitude, most)));
+    }
+  }
+  return zero;
+}
+
+template <Rounding rounding = Rounding::kNearest, class D, class Below, class Above>
+bool mapIntegerQuotient(D* dst, size_t len, Below below, Above above, int scale) {
+  const double unit = Unit(scale);
+  if constexpr (isComplex<D>) {
+    return mapQuotient<ComplexIntegerQuotient>(dst, len, below, above, unit);
+  } else if constexpr (sizeof(D) == 1) {
+    return mapQuotient<IntegerQuotient<float, rounding>>(dst, len, below, above, static_cast<float>(unit));
+  } else {
+    // Quotients that do not saturate are below 2^16 or 2^31, so n * 2^k has at most 47 bits, or 22 for k <= 6, ...
+    if constexpr (Below::kElementBytes == 2) {
+      if (scale >= -6)
+        return mapQuotient<IntegerQuotient<float, rounding>>(dst, len, below, above, static_cast<float>(unit));
+    }
+    if constexpr (sizeof(D) == 4) {  // ... but 31 + k where all are of 32 bits
+      if (scale < -20) return mapLargeQuotient(dst, len, below.p, above.p, scale < -64 ? 64 : -scale);
+    }
+    return mapQuotient<IntegerQuotient<double, rounding>>(dst, len, below, above, unit);
+  }
+}
+
+// A kernel over the parts of a call; `from` is the length from which on two threads may share it.
+template <int from>
+OrpStatus divideParts(int len, auto kernel) {
+  const auto part = [=](int begin, int count) { return kernel(Size(begin), Size(count)); };
+  const bool zero = len < from ? part(0, len) : forEachPart(len, from, part);
+  return zero ? StsDivByZero : StsOk;
+}
+
+// ---- Two vectors
+
+template <int from, class T>
+OrpStatus divide(const T* pSrc1, const T* pSrc2, T* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
+  return divideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
+    return mapQuotient<FloatQuotient<T>>(pDst + i, count, Divisors<T>{{pSrc1 + i}}, Vector<T>{pSrc2 + i});
+  });
+}
+
+template <int from, class T>
+OrpStatus divideInPlace(const T* pSrc, T* pSrcDst, int len) {
+  return divide<from>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len);
+}
+
+template <int from, Rounding rounding = Rounding::kNearest, class T, class D>
+OrpStatus divideSfs(const T* pSrc1, const T* pSrc2, D* pDst, int len, int scaleFactor) {
+  ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
+  return divideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
+    return mapIntegerQuotient<rounding>(pDst + i, count, Divisors<T>{{pSrc1 + i}}, Vector<T>{pSrc2 + i}, scaleFactor);
+  });
+}
+
+template <int from, class T>
+OrpStatus divideInPlaceSfs(const T* pSrc, T* pSrcDst, int len, int scaleFactor) {
+  return divideSfs<from>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len, scaleFactor);
+}
+
+template <int from, class T>
+OrpStatus divideRoundSfs(const T* pSrc1, const T* pSrc2, T* pDst, int len, int rndMode, int scaleFactor) {
+  ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
+  switch (rndMode) {
+    case OrpRoundZero:
+      return divideSfs<from, Rounding::kZero>(pSrc1, pSrc2, pDst, len, scaleFactor);
+    case OrpRoundNear:
+      return divideSfs<from>(pSrc1, pSrc2, pDst, len, scaleFactor);
+    case OrpRoundAway:
+      return divideSfs<from, Rounding::kAway>(pSrc1, pSrc2, pDst, len, scaleFactor);
+    default:
+      return StsBadRoundMode;
+  }
+}
+
+template <int from, class T>
+OrpStatus divideRoundInPlaceSfs(const T* pSrc, T* pSrcDst, int len, int rndMode, int scaleFactor) {
+  return divideRoundSfs<from>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len, rndMode, scaleFactor);
+}
+
+// ---- A vector and a constant
+
+template <class T>
+bool isZero(T value) {
+  if constexpr (isComplex<T>) {
+    return value.re == 0 && value.im == 0;
+  } else {
+    return value == 0;
+  }
+}
+
+struct PlainQuotient {
+  HWY_INLINE auto operator()(auto, auto divisor, auto dividend) const { return hn::Div(dividend, divisor); }
+};
+
+template <class T>
+OrpStatus divideByConstant(const T* pSrc, T val, T* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  ORPS_RETURN_IF(isZero(val), StsDivByZeroErr);
+  if constexpr (isComplex<T>) {
+    mapQuotient<FloatQuotient<T>>(pDst, Size(len), Constant<T>{val}, Vector<T>{pSrc});
+  } else {
+    Map(PlainQuotient{}, pDst, Size(len), Constant<T>{val}, Vector<T>{pSrc});
+  }
+  return StsOk;
+}
+
+template <class T>
+OrpStatus divideByConstantInPlace(T val, T* pSrcDst, int len) {
+  return divideByConstant(static_cast<const T*>(pSrcDst), val, pSrcDst, len);
+}
+
+template <int from, class T>
+OrpStatus divideByConstantSfs(const T* pSrc, T val, T* pDst, int len, int scaleFactor) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  ORPS_RETURN_IF(isZero(val), StsDivByZeroErr);
+  return divideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
+    return mapIntegerQuotient(pDst + i, count, Constant<T>{val}, Vector<T>{pSrc + i}, scaleFactor);
+  });
+}
+
+template <int from, class T>
+OrpStatus divideByConstantInPlaceSfs(T val, T* pSrcDst, int len, int scaleFactor) {
+  return divideByConstantSfs<from>(static_cast<const T*>(pSrcDst), val, pSrcDst, len, scaleFactor);
+}
+
+template <int from, class T>
+OrpStatus divideConstant(const T* pSrc, T val, T* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  return divideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
+    const Divisors<T> divisors{{pSrc + i}};
+    if constexpr (isFloat<T>) {
+      return mapQuotient<FloatQuotient<T>>(pDst + i, count, divisors, Constant<T>{val});
+    } else {
+      return mapIntegerQuotient(pDst + i, count, divisors, Constant<T>{val}, 0);
+    }
+  });
+}
+
+template <int from, class T>
+OrpStatus divideConstantInPlace(T val, T* pSrcDst, int len) {
+  return divideConstant<from>(static_cast<const T*>(pSrcDst), val, pSrcDst, len);
+}
+
+template <class T, class W>
+OrpStatus normalize(const T* pSrc, T* pDst, int len, T vSub, W vDiv) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  ORPS_RETURN_IF(vDiv == 0, StsDivByZeroErr);
+  Map(FloatNormal<W>{vDiv}, pDst, Size(len), Constant<T>{vSub}, Vector<T>{pSrc});
+  return StsOk;
+}
+
+template <class T>
+OrpStatus normalizeSfs(const T* pSrc, T* pDst, int len, T vSub, int vDiv, int scaleFactor) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  ORPS_RETURN_IF(vDiv == 0, StsDivByZeroErr);
+  const IntegerNormal<T> op{Unit(scaleFactor), static_cast<double>(vDiv)};
+  Map(op, pDst, Size(len), Constant<T>{vSub}, Vector<T>{pSrc});
+  return StsOk;
+}
+
+namespace table {
+#include "frame/entry_width.h"
+
+#include "exports/divide.inc"
+}  // namespace table
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace orpsp {
+#include "frame/entry_define.h"
+
+#include "exports/divide.inc"
+}  // namespace orpsp
+#endif

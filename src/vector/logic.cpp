@@ -1,0 +1,116 @@
+// Bitwise logic and shifts by a constant.
+#include "orpsp/vector/logic.h"
+
+#include <type_traits>
+
+#include "frame/entry.h"
+#include "simd/targets.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "vector/logic.cpp"
+#include <hwy/foreach_target.h>
+
+#include "vector/forms-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {
+
+struct And {
+  HWY_INLINE auto operator()(auto, auto a, auto b) const { return hn::And(a, b); }
+};
+struct Or {
+  HWY_INLINE auto operator()(auto, auto a, auto b) const { return hn::Or(a, b); }
+};
+struct Xor {
+  HWY_INLINE auto operator()(auto, auto a, auto b) const { return hn::Xor(a, b); }
+};
+struct Not {
+  HWY_INLINE auto operator()(auto, auto v) const { return hn::Not(v); }
+};
+struct Left {
+  int count;
+  HWY_INLINE auto operator()(auto, auto v) const { return hn::ShiftLeftSame(v, count); }
+};
+struct Right {
+  int count;
+  HWY_INLINE auto operator()(auto, auto v) const { return hn::ShiftRightSame(v, count); }
+};
+
+template <class Op, class T>
+OrpStatus bitwise(const T* pSrc1, const T* pSrc2, T* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
+  return mapPair<Op>(bytes(pDst), Size(len) * sizeof(T), bytes(pSrc1), bytes(pSrc2));
+}
+
+template <class Op, class T>
+OrpStatus bitwiseInPlace(const T* pSrc, T* pSrcDst, int len) {
+  return bitwise<Op>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len);
+}
+
+template <class Op, class T>
+OrpStatus bitwiseConstant(const T* pSrc, T val, T* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  if (std::is_same_v<Op, And> && val == 0) {  // clears without reading the source
+    Map(FillZero{}, pDst, Size(len));
+  } else {
+    Map(Op{}, pDst, Size(len), Constant<T>{val}, Vector<T>{pSrc});
+  }
+  return StsOk;
+}
+
+template <class Op, class T>
+OrpStatus bitwiseConstantInPlace(T val, T* pSrcDst, int len) {
+  return bitwiseConstant<Op>(static_cast<const T*>(pSrcDst), val, pSrcDst, len);
+}
+
+template <class T>
+OrpStatus complement(const T* pSrc, T* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  Map(Not{}, bytes(pDst), Size(len) * sizeof(T), Vector<Orp8u>{bytes(pSrc)});
+  return StsOk;
+}
+
+template <class T>
+OrpStatus complementInPlace(T* pSrcDst, int len) {
+  return complement(static_cast<const T*>(pSrcDst), pSrcDst, len);
+}
+
+template <class Op, class T>
+OrpStatus shift(const T* pSrc, int val, T* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  ORPS_RETURN_IF(val < 0, StsShiftErr);
+  // From the width on, an arithmetic shift leaves what a shift by width - 1 does, and the others leave zeros.
+  constexpr bool keepsSign = std::is_same_v<Op, Right> && std::is_signed_v<T>;
+  if (val >= kBits<T> && !keepsSign) {
+    Map(FillZero{}, pDst, Size(len));
+  } else {
+    Map(Op{HWY_MIN(val, kBits<T> - 1)}, pDst, Size(len), Vector<T>{pSrc});
+  }
+  return StsOk;
+}
+
+template <class Op, class T>
+OrpStatus shiftInPlace(int val, T* pSrcDst, int len) {
+  return shift<Op>(static_cast<const T*>(pSrcDst), val, pSrcDst, len);
+}
+
+namespace table {
+#include "frame/entry_width.h"
+
+#include "exports/logic.inc"
+}  // namespace table
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace orpsp {
+#include "frame/entry_define.h"
+
+#include "exports/logic.inc"
+}  // namespace orpsp
+#endif

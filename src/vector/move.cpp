@@ -1,0 +1,119 @@
+// Zero, Set, Copy and Move.
+#include "orpsp/vector/move.h"
+
+#include "frame/entry.h"
+#include "simd/targets.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "vector/move.cpp"
+#include <hwy/foreach_target.h>
+
+#include "vector/forms-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {
+
+// The unsigned type of an element's size: one implementation serves all types of one size.
+template <size_t size>
+struct BitsOf;
+template <>
+struct BitsOf<1> {
+  using Type = uint8_t;
+};
+template <>
+struct BitsOf<2> {
+  using Type = uint16_t;
+};
+template <>
+struct BitsOf<4> {
+  using Type = uint32_t;
+};
+template <>
+struct BitsOf<8> {
+  using Type = uint64_t;
+};
+template <>
+struct BitsOf<16> {
+  using Type = Orp64sc;
+};
+
+HWY_NOINLINE OrpStatus zeroBytes(Orp8u* dst, size_t count) {
+  Map(FillZero{}, dst, count);
+  return StsOk;
+}
+
+template <class Bits>
+HWY_NOINLINE OrpStatus setBits(Bits* dst, size_t len, Bits value) {
+  Map(Same{}, dst, len, Constant<Bits>{value});
+  return StsOk;
+}
+
+HWY_NOINLINE OrpStatus copyBytes(Orp8u* dst, const Orp8u* src, size_t count) {
+  Map(Same{}, dst, count, Vector<Orp8u>{src});
+  return StsOk;
+}
+
+// From the end to the beginning: for a destination that begins inside the source.
+HWY_NOINLINE OrpStatus copyBytesBackward(Orp8u* dst, const Orp8u* src, size_t count) {
+  constexpr hn::ScalableTag<Orp8u> d;
+  constexpr size_t kStep = HWY_MAX_BYTES;
+  if (count < kStep) return copyBytes(dst, src, count);
+  const auto first = hn::LoadU(d, src), last = hn::LoadU(d, src + (count - kStep));
+  size_t i = count - reinterpret_cast<uintptr_t>(dst + count) % kStep;
+  while (i > kStep) {
+    i -= kStep;
+    hn::StoreU(hn::LoadU(d, src + i), d, dst + i);
+  }
+  hn::StoreU(last, d, dst + (count - kStep));
+  hn::StoreU(first, d, dst);
+  return StsOk;
+}
+
+template <class T>
+OrpStatus zero(T* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pDst);
+  return zeroBytes(bytes(pDst), Size(len) * sizeof(T));
+}
+
+template <class T>
+OrpStatus set(T val, T* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pDst);
+  using Bits = typename BitsOf<sizeof(T)>::Type;
+  return setBits(reinterpret_cast<Bits*>(pDst), Size(len), __builtin_bit_cast(Bits, val));
+}
+
+template <class T>
+OrpStatus copy(const T* pSrc, T* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  return copyBytes(bytes(pDst), bytes(pSrc), Size(len) * sizeof(T));
+}
+
+template <class T>
+OrpStatus move(const T* pSrc, T* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  const size_t count = Size(len) * sizeof(T);
+  const auto ahead = reinterpret_cast<uintptr_t>(pDst) - reinterpret_cast<uintptr_t>(pSrc);  // wraps if it is behind
+  if (ahead != 0 && ahead < count) return copyBytesBackward(bytes(pDst), bytes(pSrc), count);
+  return copyBytes(bytes(pDst), bytes(pSrc), count);
+}
+
+namespace table {
+#include "frame/entry_width.h"
+
+#include "exports/move.inc"
+}  // namespace table
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace orpsp {
+#include "frame/entry_define.h"
+
+#include "exports/move.inc"
+}  // namespace orpsp
+#endif
