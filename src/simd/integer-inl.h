@@ -101,20 +101,37 @@ HWY_INLINE V SaturatedDifference(V a, V b) {
 
 // ---- The scale-factor rule.
 
-// v / 2^shift rounded to nearest, ties to even, for 1 <= shift < width (<= width for unsigned lanes). Bit 0 of `below`
-// stands for a nonzero remainder below v: the exact argument then lies between v and v + 1.
+// v / 2^shift rounded to nearest, ties to even, for 1 <= shift < width, and <= width for unsigned lanes. Bit 0 of
+// `below` stands for a nonzero remainder below v: the exact argument then lies between v and v + 1.
 template <class V, class T = hn::TFromV<V>>
 HWY_INLINE V RoundedShift(V v, V below, int shift) {
   constexpr hn::DFromV<V> d;
   constexpr hn::RebindToSigned<decltype(d)> di;
-  using U = hwy::MakeUnsigned<T>;
-  const U half = static_cast<U>(U{1} << (shift - 1));
+  const auto one = hn::Set(d, T{1});
+  if constexpr (std::is_unsigned_v<T>) {
+    if (HWY_UNLIKELY(shift == 8 * sizeof(T))) {  // the last two bits may be jammed into one, far below the rounding bit
+      v = hn::Or(hn::ShiftRight<1>(v), hn::And(v, one));
+      --shift;
+    }
+  }
+  const T half = static_cast<T>(T{1} << (shift - 1));
   const auto quotient = hn::ShiftRightSame(v, shift);
-  const auto remainder = hn::And(v, hn::Set(d, static_cast<T>(static_cast<U>(half - 1) | half)));
-  const auto aboveHalf = hn::BitCast(di, hn::Sub(remainder, hn::Set(d, static_cast<T>(half))));
-  const auto breaksTie = hn::BitCast(di, hn::And(hn::Or(quotient, below), hn::Set(d, T{1})));
-  const auto up = hn::VecFromMask(di, hn::Gt(aboveHalf, hn::Neg(breaksTie)));
-  return hn::Sub(quotient, hn::BitCast(d, up));
+  const auto remainder = hn::And(v, hn::Set(d, static_cast<T>(half | (half - 1))));
+  const auto breaksTie = hn::And(hn::Or(quotient, below), one);
+  const auto limit = hn::Sub(hn::Set(d, half), breaksTie);
+  const auto up = hn::Gt(hn::BitCast(di, remainder), hn::BitCast(di, limit));
+  return hn::IfThenElse(hn::RebindMask(d, up), hn::Add(quotient, one), quotient);
+}
+
+// The same for signed lanes with |v| <= 2^(width - 2), where adding before shifting cannot overflow, and which vanish
+// from width - 1 on.
+template <class V, class T = hn::TFromV<V>>
+HWY_INLINE V RoundedShiftOfSmall(V v, int shift) {
+  constexpr hn::DFromV<V> d;
+  shift = HWY_MIN(shift, 8 * static_cast<int>(sizeof(T)) - 1);
+  const T nearlyHalf = static_cast<T>((T{1} << (shift - 1)) - 1);
+  const auto odd = hn::And(hn::ShiftRightSame(v, shift), hn::Set(d, T{1}));
+  return hn::ShiftRightSame(hn::Add(hn::Add(v, hn::Set(d, nearlyHalf)), odd), shift);
 }
 
 // A sum that needs one bit more than its lanes: 2 * half + (odd & 1), half rounded down.
@@ -158,6 +175,18 @@ struct ShiftUp {
   }
 };
 
+// a * b * 2^-15 of 16-bit lanes without double width.
+template <class V>
+HWY_INLINE V ProductQ15(V a, V b) {
+  constexpr hn::DFromV<V> d;
+  const auto roundedUp = hn::MulFixedPoint15(a, b);  // ties upward
+  const auto isTie = hn::Eq(hn::And(hn::Mul(a, b), hn::Set(d, 0x7FFF)), hn::Set(d, 0x4000));
+  const auto toEven = hn::AndNot(hn::Set(d, 1), roundedUp);
+  const auto rounded = hn::IfThenElse(isTie, toEven, roundedUp);
+  // -32768 comes only from (-32768)^2, which must saturate.
+  return hn::IfThenElse(hn::Eq(rounded, hn::Set(d, kLeast<int16_t>)), hn::Set(d, kMost<int16_t>), rounded);
+}
+
 // ---- Double-width values of a vector of lanes T, in the order that Narrow undoes: in blocks for 8 and 16 bits, even
 // and odd lanes for 32 bits and for complex products.
 
@@ -170,6 +199,14 @@ struct Wide {
   HWY_INLINE Wide Rounded(int shift) const {
     const W nothing = hn::Zero(hn::DFromV<W>{});
     return {RoundedShift(first, nothing, shift), RoundedShift(second, nothing, shift)};
+  }
+  // For products of two lanes.
+  HWY_INLINE Wide RoundedProduct(int shift) const {
+    if constexpr (std::is_signed_v<hn::TFromV<W>>) {
+      return {RoundedShiftOfSmall(first, shift), RoundedShiftOfSmall(second, shift)};
+    } else {
+      return Rounded(shift);
+    }
   }
 };
 
@@ -250,7 +287,11 @@ HWY_INLINE hn::Vec<D> Narrow(D d, Wide<W, order> w) {
   using T = hn::TFromD<D>;
   using TW = hn::TFromV<W>;
   constexpr hn::DFromV<W> dw;
-  if constexpr (sizeof(TW) == 8) {
+  if constexpr (sizeof(TW) == 8 && HWY_TARGET == HWY_AVX3) {
+    const auto least = hn::Set(dw, TW{kLeast<T>}), most = hn::Set(dw, TW{kMost<T>});
+    const auto clamped = [=](W v) HWY_ATTR { return hn::Min(hn::Max(v, least), most); };
+    return hn::OddEven(hn::BitCast(d, hn::ShiftLeft<32>(clamped(w.second))), hn::BitCast(d, clamped(w.first)));
+  } else if constexpr (sizeof(TW) == 8) {  // without comparisons of 64 bits
     const auto first = hn::BitCast(d, w.first), second = hn::BitCast(d, w.second);
     const auto low = hn::OddEven(hn::BitCast(d, hn::ShiftLeft<32>(w.second)), first);
     const auto high = hn::OddEven(second, hn::BitCast(d, hn::ShiftRight<32>(w.first)));

@@ -72,6 +72,7 @@ HWY_INLINE void StoreFew(hn::Vec<D> v, D d, T* p, size_t count) {
 // `few` of fewer than `count`, `From(i)` the source that begins at element i.
 template <class T>
 struct Vector {
+  using Type = T;
   static constexpr size_t kElementBytes = sizeof(T);
   const T* p;
 
@@ -89,6 +90,7 @@ struct Vector {
 
 template <class T>
 struct Constant {
+  using Type = T;
   static constexpr size_t kElementBytes = sizeof(T);
   T value;
 
@@ -112,6 +114,7 @@ struct Constant {
 // A real vector read as if it were complex, each element twice.
 template <class T>
 struct Twice {
+  using Type = T;
   static constexpr size_t kElementBytes = 2 * sizeof(T);
   const T* p;
 

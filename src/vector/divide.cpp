@@ -41,18 +41,11 @@ struct Divisors : Vector<T> {
 // Notes zero divisors, in lanes of type W.
 template <class W>
 struct ZeroWatch {
-  using V = hn::Vec<hn::ScalableTag<W>>;
-  mutable V zeros = hn::Zero(hn::ScalableTag<W>{});
+  using D = hn::ScalableTag<W>;
+  mutable hn::Mask<D> zeros = hn::MaskFromVec(hn::Zero(D{}));
 
-  template <class M>
-  HWY_INLINE void Note(M isZero) const {
-    zeros = hn::Or(zeros, hn::VecFromMask(hn::ScalableTag<W>{}, isZero));
-  }
-  HWY_INLINE bool Found() const {
-    const hn::ScalableTag<W> d;
-    const hn::RebindToUnsigned<decltype(d)> du;
-    return !hn::AllTrue(du, hn::Eq(hn::BitCast(du, zeros), hn::Zero(du)));
-  }
+  HWY_INLINE void Note(hn::Mask<D> isZero) const { zeros = hn::Or(zeros, isZero); }
+  HWY_INLINE bool Found() const { return !hn::AllFalse(D{}, zeros); }
 };
 
 // ---- Floating point
@@ -67,12 +60,13 @@ struct RealQuotient : ZeroWatch<T> {
   }
 };
 
-// (a + bi) / (c + di) with a + bi in planes of double, the zero divisor dividing part by part.
+// Quotients of complex numbers in planes of double, a zero divisor dividing part by part. Not `exact`: rounded twice,
+// which single precision does not notice.
 template <class V>
 struct Complex {
   V re, im;
 };
-template <class V>
+template <bool exact, class V>
 HWY_INLINE Complex<V> ComplexQuotient(const ZeroWatch<double>& watch, Complex<V> divisor, Complex<V> dividend) {
   constexpr hn::DFromV<V> d;
   const auto norm = hn::Add(hn::Mul(divisor.re, divisor.re), hn::Mul(divisor.im, divisor.im));
@@ -80,9 +74,10 @@ HWY_INLINE Complex<V> ComplexQuotient(const ZeroWatch<double>& watch, Complex<V>
   watch.Note(isZero);
   const auto re = hn::Add(hn::Mul(dividend.re, divisor.re), hn::Mul(dividend.im, divisor.im));
   const auto im = hn::Sub(hn::Mul(dividend.im, divisor.re), hn::Mul(dividend.re, divisor.im));
-  const auto below = hn::IfThenElse(isZero, hn::Zero(d), norm);
-  return {hn::Div(hn::IfThenElse(isZero, dividend.re, re), below),
-          hn::Div(hn::IfThenElse(isZero, dividend.im, im), below)};
+  const auto above = Complex<V>{hn::IfThenElse(isZero, dividend.re, re), hn::IfThenElse(isZero, dividend.im, im)};
+  if constexpr (exact) return {hn::Div(above.re, norm), hn::Div(above.im, norm)};
+  const auto reciprocal = hn::Div(hn::Set(d, 1.0), norm);
+  return {hn::Mul(above.re, reciprocal), hn::Mul(above.im, reciprocal)};
 }
 
 template <class T>
@@ -106,7 +101,7 @@ struct ComplexFloatQuotient<Orp32fc> : ZeroWatch<double> {
     constexpr hn::ScalableTag<uint64_t> du64;
     constexpr hn::Rebind<float, decltype(du64)> df32;
     constexpr hn::Rebind<uint32_t, decltype(du64)> du32;
-    const auto quotient = ComplexQuotient(*this, Planes(divisor), Planes(dividend));
+    const auto quotient = ComplexQuotient<false>(*this, Planes(divisor), Planes(dividend));
     const auto bits = [=](auto plane)
                           HWY_ATTR { return hn::PromoteTo(du64, hn::BitCast(du32, hn::DemoteTo(df32, plane))); };
     return hn::BitCast(d, hn::Or(bits(quotient.re), hn::ShiftLeft<32>(bits(quotient.im))));
@@ -155,36 +150,31 @@ using FloatQuotient = std::conditional_t<isComplex<T>, ComplexFloatQuotient<T>, 
 
 enum class Rounding { kZero, kNearest, kAway };
 
+// v as integers of the destination's type, saturated; v is no NaN.
 template <Rounding rounding, class D, class V>
-HWY_INLINE hn::Vec<D> RoundTo(D d, V v) {  // integers of the destination's type, v within its range
+HWY_INLINE hn::Vec<D> RoundTo(D d, V v) {
+  using T = hn::TFromD<D>;
   using W = hn::TFromV<V>;
   constexpr hn::DFromV<V> dw;
   constexpr hn::Rebind<int32_t, decltype(dw)> di32;
+  v = hn::Min(hn::Max(v, hn::Set(dw, static_cast<W>(kLeast<T>))), hn::Set(dw, static_cast<W>(kMost<T>)));
   if constexpr (rounding == Rounding::kAway) v = hn::Add(v, hn::CopySign(hn::Set(dw, W{0.5}), v));
-  if constexpr (sizeof(W) == 4) {
-    const auto integers = rounding == Rounding::kNearest ? hn::NearestInt(v) : hn::ConvertTo(di32, v);
-    return hn::DemoteTo(d, integers);
-  } else {
-    if constexpr (rounding == Rounding::kNearest) {
-      const auto noFraction = hn::Set(dw, 0x1.8p52);  // adding this rounds to an integer, ties to even
-      v = hn::Sub(hn::Add(v, noFraction), noFraction);
-    }
-    const auto integers = hn::DemoteTo(di32, v);
-    if constexpr (std::is_same_v<hn::TFromD<D>, int32_t>) {
+  const auto noFraction = hn::Set(dw, sizeof(W) == 4 ? W{0x1.8p23} : W{0x1.8p52});
+  const auto demoted = [=](auto integers) HWY_ATTR {
+    if constexpr (std::is_same_v<T, int32_t>) {
       return integers;
     } else {
       return hn::DemoteTo(d, integers);
     }
+  };
+  if constexpr (sizeof(W) == 4) {
+    if constexpr (rounding != Rounding::kNearest) return demoted(hn::ConvertTo(di32, v));
+    // Adding this rounds to an integer, ties to even, and leaves it in the lower bits.
+    return demoted(hn::Sub(hn::BitCast(di32, hn::Add(v, noFraction)), hn::BitCast(di32, noFraction)));
+  } else {
+    if constexpr (rounding == Rounding::kNearest) v = hn::Sub(hn::Add(v, noFraction), noFraction);
+    return demoted(hn::DemoteTo(di32, v));
   }
-}
-
-// Infinite quotients (zero divisors) saturate, NaN (0/0) gives 0.
-template <class T, class V>
-HWY_INLINE V ClampTo(V v) {
-  constexpr hn::DFromV<V> d;
-  using W = hn::TFromV<V>;
-  const auto number = hn::IfThenElseZero(hn::Eq(v, v), v);
-  return hn::Min(hn::Max(number, hn::Set(d, static_cast<W>(kLeast<T>))), hn::Set(d, static_cast<W>(kMost<T>)));
 }
 
 template <class W, class V>
@@ -208,9 +198,11 @@ struct IntegerQuotient : ZeroWatch<W> {
   HWY_INLINE auto operator()(auto d, auto divisor, auto dividend) const {
     constexpr hn::ScalableTag<W> dw;
     const auto below = ToWork<W>(divisor);
-    this->Note(hn::Eq(below, hn::Zero(dw)));
-    const auto quotient = hn::Div(hn::Mul(ToWork<W>(dividend), hn::Set(dw, unit)), below);
-    return RoundTo<rounding>(d, ClampTo<hn::TFromD<decltype(d)>>(quotient));
+    const auto isZero = hn::Eq(below, hn::Zero(dw));
+    this->Note(isZero);
+    // Quotients by the least normal number saturate, even after any scaling, but for 0.
+    const auto notZero = hn::IfThenElse(isZero, hn::Set(dw, std::numeric_limits<W>::min()), below);
+    return RoundTo<rounding>(d, hn::Div(hn::Mul(ToWork<W>(dividend), hn::Set(dw, unit)), notZero));
   }
 };
 
@@ -226,14 +218,18 @@ struct ComplexIntegerQuotient : ZeroWatch<double> {
   }
   HWY_INLINE auto operator()(auto d, auto divisor, auto dividend) const {
     constexpr hn::ScalableTag<double> df64;
-    constexpr hn::Rebind<int32_t, decltype(df64)> di32;
     auto above = Planes(dividend);
     above.re = hn::Mul(above.re, hn::Set(df64, unit));
     above.im = hn::Mul(above.im, hn::Set(df64, unit));
-    const auto quotient = ComplexQuotient(*this, Planes(divisor), above);
-    const auto part = [=](auto plane) HWY_ATTR { return RoundTo<Rounding::kNearest>(di32, ClampTo<Orp16s>(plane)); };
-    const auto re = hn::And(part(quotient.re), hn::Set(di32, 0xFFFF));
-    return hn::BitCast(d, hn::Or(re, hn::ShiftLeft<16>(part(quotient.im))));
+    const auto quotient = ComplexQuotient<true>(*this, Planes(divisor), above);
+    constexpr hn::Rebind<int16_t, decltype(df64)> di16;
+    constexpr hn::Rebind<uint16_t, decltype(df64)> du16;
+    constexpr hn::Rebind<uint32_t, decltype(df64)> du32;
+    const auto part = [=](auto plane) HWY_ATTR {
+      const auto number = hn::IfThenElseZero(hn::Eq(plane, plane), plane);  // 0/0 gives 0
+      return hn::PromoteTo(du32, hn::BitCast(du16, RoundTo<Rounding::kNearest>(di16, number)));
+    };
+    return hn::BitCast(d, hn::Or(part(quotient.re), hn::ShiftLeft<16>(part(quotient.im))));
   }
 };
 
@@ -248,7 +244,7 @@ struct IntegerNormal {
     constexpr hn::Rebind<int32_t, decltype(d)> di32;
     const auto difference = hn::PromoteTo(df64, hn::Sub(hn::PromoteTo(di32, v), hn::PromoteTo(di32, shift)));
     const auto quotient = hn::Div(hn::Mul(difference, hn::Set(df64, unit)), hn::Set(df64, divisor));
-    return RoundTo<Rounding::kNearest>(d, ClampTo<Orp16s>(quotient));
+    return RoundTo<Rounding::kNearest>(d, quotient);
   }
 };
 

@@ -5,7 +5,8 @@
 // Integer operations that take a scale factor saturate by themselves and also have
 //   Op::kMostScale<T>    the largest scale factor that can leave something nonzero in lanes of type T,
 //   Op::Rounded{scale}   the operation scaled down, for scale >= 1,
-//   Op::Halved           (optional) the same for scale == 1, which Op::Rounded then need not serve.
+//   Op::Halved           (optional) the same for scale == 1, which Op::Rounded then need not serve,
+//   Op::Q15              (optional) a faster one for scale == 15 and 16-bit signed lanes.
 #if defined(ORPSP_VECTOR_FORMS_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef ORPSP_VECTOR_FORMS_INL_H_
 #undef ORPSP_VECTOR_FORMS_INL_H_
@@ -58,6 +59,9 @@ HWY_INLINE void MapScaled(TD* dst, size_t len, int scale, const S&... src) {
     if (scale > Op::template kMostScale<Lane<TD>>) return Map(FillZero{}, dst, len);
     if constexpr (requires { typename Op::Halved; }) {
       if (scale == 1) return Map(typename Op::Halved{}, dst, len, src...);
+    }
+    if constexpr (requires { typename Op::Q15; } && (std::is_same_v<typename S::Type, Orp16s> && ...)) {
+      if (scale == 15) return Map(typename Op::Q15{}, dst, len, src...);
     }
     return Map(typename Op::Rounded{scale}, dst, len, src...);
   }
@@ -174,21 +178,9 @@ OrpStatus unary(const T* pSrc, D* pDst, int len) {
   return StsOk;
 }
 
-template <class Op, class T, class D>
-OrpStatus unarySfs(const T* pSrc, D* pDst, int len, int scaleFactor) {
-  ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  MapScaled<Op>(pDst, Size(len), scaleFactor, Vector<T>{pSrc});
-  return StsOk;
-}
-
 template <class Op, class T>
 OrpStatus unaryInPlace(T* pSrcDst, int len) {
   return unary<Op>(static_cast<const T*>(pSrcDst), pSrcDst, len);
-}
-
-template <class Op, class T>
-OrpStatus unaryInPlaceSfs(T* pSrcDst, int len, int scaleFactor) {
-  return unarySfs<Op>(static_cast<const T*>(pSrcDst), pSrcDst, len, scaleFactor);
 }
 
 }  // namespace

@@ -29,11 +29,17 @@ struct Mul {
     }
   }
 
+  // At 2 * width a signed product is below the tie, an unsigned one may still be above it.
   template <class T>
   static constexpr int kMostScale = 16 * sizeof(T);
   struct Rounded {
     int scale;
-    HWY_INLINE auto operator()(auto d, auto a, auto b) const { return Narrow(d, WideProduct(a, b).Rounded(scale)); }
+    HWY_INLINE auto operator()(auto d, auto a, auto b) const {
+      return Narrow(d, WideProduct(a, b).RoundedProduct(scale));
+    }
+  };
+  struct Q15 {
+    HWY_INLINE auto operator()(auto, auto a, auto b) const { return ProductQ15(a, b); }
   };
 };
 
@@ -51,7 +57,7 @@ struct ComplexMul {
   }
 
   template <class T>
-  static constexpr int kMostScale = 16 * sizeof(T);
+  static constexpr int kMostScale = 16 * sizeof(T) - 1;
   struct Rounded {
     int scale;
     HWY_INLINE auto operator()(auto d, auto a, auto b) const {
@@ -65,24 +71,13 @@ struct LiftedMul {
   HWY_INLINE auto operator()(auto d, auto a, auto b) const { return hn::Mul(Lift(d, a), Lift(d, b)); }
 
   template <class T>
-  static constexpr int kMostScale = 8 * sizeof(T);
+  static constexpr int kMostScale = 8 * sizeof(T) - 1;
   struct Rounded {
     int scale;
     HWY_INLINE auto operator()(auto d, auto a, auto b) const {
-      return RoundedShift(LiftedMul{}(d, a, b), hn::Zero(d), scale);
+      return RoundedShiftOfSmall(LiftedMul{}(d, a, b), scale);
     }
   };
-};
-
-template <class Op>
-struct Squared : Op {
-  HWY_INLINE auto operator()(auto d, auto v) const { return Op::operator()(d, v, v); }
-};
-template <class Op>
-requires requires { Op::template kMostScale<int>; }
-struct Squared<Op> : Op {
-  using Rounded = Squared<typename Op::Rounded>;
-  HWY_INLINE auto operator()(auto d, auto v) const { return Op::operator()(d, v, v); }
 };
 
 // sum + a * b
@@ -98,7 +93,7 @@ struct AddTo {
   }
 
   template <class T>
-  static constexpr int kMostScale = 16 * sizeof(T);
+  static constexpr int kMostScale = 16 * sizeof(T) - 1;
   struct Rounded {
     int scale;
     HWY_INLINE auto operator()(auto d, auto a, auto b, auto sum) const {
@@ -126,6 +121,26 @@ struct AddTo<LiftedMul> {
     }
   };
 };
+
+template <class Op, class T>
+OrpStatus square(const T* pSrc, T* pDst, int len) {
+  return binary<Op>(pSrc, pSrc, pDst, len);
+}
+
+template <class Op, class T>
+OrpStatus squareInPlace(T* pSrcDst, int len) {
+  return square<Op>(static_cast<const T*>(pSrcDst), pSrcDst, len);
+}
+
+template <class Op, class T>
+OrpStatus squareSfs(const T* pSrc, T* pDst, int len, int scaleFactor) {
+  return binarySfs<Op>(pSrc, pSrc, pDst, len, scaleFactor);
+}
+
+template <class Op, class T>
+OrpStatus squareInPlaceSfs(T* pSrcDst, int len, int scaleFactor) {
+  return squareSfs<Op>(static_cast<const T*>(pSrcDst), pSrcDst, len, scaleFactor);
+}
 
 template <class Op, class T, class D>
 OrpStatus accumulate(const T* pSrc1, const T* pSrc2, D* pSrcDst, int len) {
