@@ -229,11 +229,12 @@ HWY_INLINE auto Widen(V v) {
   }
 }
 
-HWY_INLINE auto ProductOfOdd(auto a, auto b) {
-  constexpr hn::DFromV<decltype(a)> d;
+// Odd lanes of 32 bits where the even ones are, for MulEven.
+template <class V>
+HWY_INLINE V OddLanes(V v) {
+  constexpr hn::DFromV<V> d;
   constexpr hn::RepartitionToWide<hn::RebindToUnsigned<decltype(d)>> dw;
-  const auto odd = [=](auto v) HWY_ATTR { return hn::BitCast(d, hn::ShiftRight<32>(hn::BitCast(dw, v))); };
-  return hn::MulEven(odd(a), odd(b));
+  return hn::BitCast(d, hn::ShiftRight<32>(hn::BitCast(dw, v)));
 }
 
 template <class V, class T = hn::TFromV<V>>
@@ -249,7 +250,7 @@ HWY_INLINE auto WideProduct(V a, V b) {
     return Wide<W, Order::kBlocks>{hn::BitCast(dw, hn::InterleaveLower(d, low, high)),
                                    hn::BitCast(dw, hn::InterleaveUpper(d, low, high))};
   } else {
-    return Wide<W, Order::kEvenOdd>{hn::MulEven(a, b), ProductOfOdd(a, b)};
+    return Wide<W, Order::kEvenOdd>{hn::MulEven(a, b), hn::MulEven(OddLanes(a), OddLanes(b))};
   }
 }
 
@@ -268,9 +269,9 @@ HWY_INLINE auto WideComplexProduct(V a, V b) {
     re = hn::Add(SumOfPairs(a, hn::Xor(b, imaginary)), hn::ShiftRight<16>(hn::BitCast(dw, a)));
     im = SumOfPairs(a, hn::BitCast(d, hn::RotateRight<16>(hn::BitCast(hn::RebindToUnsigned<decltype(dw)>{}, b))));
   } else {
-    const auto swapped = hn::Reverse2(d, b);
-    re = hn::Sub(hn::MulEven(a, b), ProductOfOdd(a, b));
-    im = hn::Add(hn::MulEven(a, swapped), ProductOfOdd(a, swapped));
+    const auto imA = OddLanes(a), imB = OddLanes(b);
+    re = hn::Sub(hn::MulEven(a, b), hn::MulEven(imA, imB));
+    im = hn::Add(hn::MulEven(a, imB), hn::MulEven(imA, b));
   }
   const auto wrapped = hn::VecFromMask(dw, hn::Eq(im, hn::Set(dw, kLeast<TW>)));
   return Wide<W, Order::kEvenOdd>{re, hn::Add(im, wrapped)};
