@@ -139,10 +139,10 @@ template <class V>
 struct Halves {
   V half, odd;
 
-  // Scaled by 2^-1; the result fits the lanes.
+  // Scaled by 2^-1; only the greatest difference, 2^width - 1, saturates.
   HWY_INLINE V Rounded1() const {
     constexpr hn::DFromV<V> d;
-    return hn::Add(half, hn::And(hn::And(half, odd), hn::Set(d, hn::TFromV<V>{1})));
+    return SaturatedSum(half, hn::And(hn::And(half, odd), hn::Set(d, hn::TFromV<V>{1})));
   }
   // Scaled by 2^-scale, scale >= 2.
   HWY_INLINE V Rounded(int scale) const { return RoundedShift(half, odd, scale - 1); }

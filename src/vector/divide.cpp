@@ -114,15 +114,17 @@ struct ComplexFloatQuotient<Orp64fc> : ZeroWatch<double> {
   template <class V>
   HWY_INLINE V operator()(auto d, V divisor, V dividend) const {
     constexpr hn::RebindToUnsigned<decltype(d)> du;
-    const auto larger = [=](V v) HWY_ATTR { return hn::Max(hn::Abs(v), hn::Abs(hn::Reverse2(d, v))); };
-    const auto norm = larger(divisor);
-    const auto isZero = hn::Eq(norm, hn::Zero(d));
-    Note(isZero);
-
-    const auto exponent = [=](V magnitude) HWY_ATTR {  // biased, away from its ends so that both scales are normal
-      const auto field = hn::ShiftRight<52>(hn::BitCast(du, magnitude));
-      return hn::Min(hn::Max(field, hn::Set(du, 1)), hn::Set(du, 2045));
+    // The larger part of each number, as bits: these order magnitudes, and a NaN above all of them.
+    const auto larger = [=](V v) HWY_ATTR {
+      const auto magnitude = hn::BitCast(du, hn::Abs(v));
+      return hn::Max(magnitude, hn::Reverse2(du, magnitude));
     };
+    const auto exponent = [=](auto magnitude) HWY_ATTR {  // biased, away from its ends so that both scales are normal
+      return hn::Min(hn::Max(hn::ShiftRight<52>(magnitude), hn::Set(du, 1)), hn::Set(du, 2045));
+    };
+    const auto norm = larger(divisor);
+    const auto isZero = hn::RebindMask(d, hn::Eq(norm, hn::Zero(du)));
+    Note(isZero);
     const auto powerOfTwo = [=](auto biased) HWY_ATTR { return hn::BitCast(d, hn::ShiftLeft<52>(biased)); };
     const auto down = [=](V v, auto by) HWY_ATTR { return hn::Mul(v, powerOfTwo(hn::Sub(hn::Set(du, 2046), by))); };
     const auto above = exponent(larger(dividend)), below = exponent(norm);

@@ -68,7 +68,14 @@ struct ComplexMul {
 
 // Products of narrow elements that fit the lanes of the destination.
 struct LiftedMul {
-  HWY_INLINE auto operator()(auto d, auto a, auto b) const { return hn::Mul(Lift(d, a), Lift(d, b)); }
+  HWY_INLINE auto operator()(auto d, auto a, auto b) const {
+    const auto product = hn::Mul(Lift(d, a), Lift(d, b));
+    if constexpr (kFloatLanes<decltype(d)>) {
+      return hn::Add(product, hn::Zero(d));  // the product of two integers is no -0
+    } else {
+      return product;
+    }
+  }
 
   template <class T>
   static constexpr int kMostScale = 8 * sizeof(T) - 1;

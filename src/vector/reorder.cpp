@@ -94,7 +94,10 @@ struct ReverseBytes {
     for (size_t i = 0; i < 16; ++i) table.at[i] = static_cast<uint8_t>(i ^ (size - 1));
     return table;
   }();
-  HWY_INLINE auto operator()(auto d, auto v) const { return hn::TableLookupBytes(v, hn::LoadDup128(d, kTable.at)); }
+  HWY_INLINE auto operator()(auto d, auto v) const {
+    constexpr hn::Repartition<uint8_t, decltype(d)> d8;
+    return hn::BitCast(d, hn::TableLookupBytes(hn::BitCast(d8, v), hn::LoadDup128(d8, kTable.at)));
+  }
 };
 
 // Elements of 3 bytes, `step` at a time: planes of first, second and third bytes, written back in the other order.
@@ -129,7 +132,7 @@ OrpStatus swapBytes(const T* pSrc, T* pDst, int len) {
   if constexpr (sizeof(T) == 3) {
     swapTriples<HWY_MAX_BYTES>(bytes(pSrc), bytes(pDst), Size(len));
   } else {
-    Map(ReverseBytes<sizeof(T)>{}, bytes(pDst), Size(len) * sizeof(T), Vector<Orp8u>{bytes(pSrc)});
+    Map(ReverseBytes<sizeof(T)>{}, pDst, Size(len), Vector<T>{pSrc});
   }
   return StsOk;
 }

@@ -1,0 +1,7 @@
+#include "commands.h"
+
+namespace wavtool {
+
+void addAudioCommands(CLI::App& tool, const Options& options) { addMix(tool, options); }
+
+}  // namespace wavtool

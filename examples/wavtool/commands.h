@@ -1,0 +1,25 @@
+// The commands of wavtool, one file each. A command adds itself to the command line, with what it does when it is
+// chosen.
+#pragma once
+
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace wavtool {
+
+// What stands on the command line before or after any command.
+struct Options {
+  std::string library;  // --library
+};
+
+void addInfo(CLI::App& tool, const Options& options);
+void addMix(CLI::App& tool, const Options& options);
+
+// The commands that read and write recordings: all of them, or, in a build without libsndfile, one line of apology
+// each.
+void addAudioCommands(CLI::App& tool, const Options& options);
+
+}  // namespace wavtool

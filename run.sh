@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Builds orpSP and uses it: mixes two real recordings into one.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+. scripts/packages.sh
+
+need cmake ninja-build g++ pkg-config libhwy-dev libcli11-dev libsndfile1-dev alsa-utils
+
+# Without tests, unless ./test.sh has set the build up before.
+mkdir -p build
+echo "Building (log: build/run.log)"
+{
+  [[ -f build/release/build.ninja ]] || cmake --preset release -DORPSP_TESTS=OFF -DORPSP_BENCH=OFF
+  cmake --build --preset release --target wavtool -- -j "$(nproc)"
+} >build/run.log 2>&1 || {
+  cat build/run.log >&2
+  exit 1
+}
+
+sounds=/usr/share/sounds/alsa
+build/release/bin/wavtool info
+echo
+echo "Mixing two recordings, $sounds/Front_Left.wav and, at half its level, $sounds/Rear_Right.wav:"
+build/release/bin/wavtool mix build/mix.wav "$sounds/Front_Left.wav" 1 "$sounds/Rear_Right.wav" 0.5 | tee build/mix.log
+speed=$(sed -n 's/.*mixed in \(.* ms\), \([0-9]* times\) real time.*/The library took \1 for it, \2 less than it takes to play./p' build/mix.log)
+echo
+echo "Two voices now speak at once, the second one more softly. $speed"
+echo "The mix is in $PWD/build/mix.wav"

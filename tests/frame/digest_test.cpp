@@ -1,0 +1,56 @@
+// A digest of every element-wise export's results. A later test compares those of all widths and variants.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <fstream>
+#include <vector>
+
+#include "support/call.h"
+#include "support/export_tables.h"
+#include "support/lengths.h"
+
+namespace orptest {
+namespace {
+
+// FNV-1a [Fowler, Noll, Vo: RFC 9923].
+class Digest {
+ public:
+  void add(const std::vector<unsigned char>& bytes) {
+    for (const unsigned char byte : bytes) addByte(byte);
+  }
+  void add(OrpStatus status) {
+    const auto bits = static_cast<uint32_t>(status);
+    for (int shift = 0; shift < 32; shift += 8) addByte(static_cast<unsigned char>(bits >> shift));
+  }
+  uint64_t value() const { return hash_; }
+
+ private:
+  void addByte(unsigned char byte) { hash_ = (hash_ ^ byte) * 0x100000001B3u; }
+
+  uint64_t hash_ = 0xCBF29CE484222325u;
+};
+
+TEST(Digests, AreWrittenOneLineForEachExport) {
+  const char* path = std::getenv("ORPSP_DIGESTS");
+  if (!path) GTEST_SKIP() << "ORPSP_DIGESTS names no file";
+  std::ofstream file(path);
+  for (const Export& each : vectorExports()) {
+    Digest digest;
+    for (const int len : {1, 7, 67, 1031, lengthOfSeveralBlocks(each.itemBytes()).value}) {
+      for (const int extra : kExtras) {
+        Call call(each, len, extra);
+        call.fill(3, Values::mixed);
+        digest.add(call());
+        digest.add(call.result());
+        if (!each.hasExtras()) break;
+      }
+    }
+    file << each.name << ' ' << std::hex << digest.value() << '\n';
+  }
+  file.close();
+  EXPECT_TRUE(file) << "cannot write " << path;
+}
+
+}  // namespace
+}  // namespace orptest

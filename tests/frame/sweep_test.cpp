@@ -1,0 +1,90 @@
+// What all element-wise exports share, checked for every line of the export tables.
+#include <gtest/gtest.h>
+
+#include <climits>
+
+#include "support/call.h"
+#include "support/export_tables.h"
+#include "support/lengths.h"
+
+namespace orptest {
+namespace {
+
+constexpr int kGoodLength = 67, kBadLengths[] = {0, -1, INT_MIN};
+
+// Calls `test(each, extra)`, once where there is no further argument.
+template <class Test>
+void forEachExtra(Test test) {
+  for (const Export& each : vectorExports()) {
+    for (const int extra : kExtras) {
+      SCOPED_TRACE(testing::Message() << each.name << ", further arguments " << extra);
+      test(each, extra);
+      if (!each.hasExtras()) break;
+    }
+  }
+}
+
+TEST(Sweep, NullPointersAreFoundFirstThenLengths) {
+  forEachExtra([](const Export& each, int extra) {
+    Call call(each, kGoodLength, extra);
+    for (size_t k = 0; k <= each.arrays(); ++k) {
+      call.setNull(k);
+      for (const int len : {kGoodLength, 0, -1, INT_MIN}) {
+        call.setLength(len);
+        EXPECT_EQ(StsNullPtr, call()) << "pointer " << k << ", length " << len;
+        EXPECT_TRUE(call.untouched()) << "pointer " << k << ", length " << len;
+      }
+    }
+    call.setNull(each.arrays() + 1);
+    for (const int len : kBadLengths) {
+      call.setLength(len);
+      EXPECT_EQ(StsBadSize, call()) << "length " << len;
+      EXPECT_TRUE(call.untouched()) << "length " << len;
+    }
+  });
+}
+
+TEST(Sweep, RefusedArgumentsLeaveTheDestinationAlone) {
+  forEachExtra([](const Export& each, int extra) {
+    Call call(each, kGoodLength, extra);
+    const OrpStatus status = call();
+    EXPECT_TRUE(status >= StsOk || extra != kExtras[0]) << "status " << status;
+    EXPECT_TRUE(status >= StsOk || call.untouched()) << "status " << status;
+  });
+}
+
+TEST(Sweep, ResultsDoNotDependOnAddresses) {
+  forEachExtra([](const Export& each, int extra) {
+    for (const Length& len : lengthsAroundWidths(each.itemBytes())) {
+      Call aligned(each, len.value, extra);
+      aligned.fill(1, Values::mixed);
+      const OrpStatus status = aligned();
+      for (const size_t misalignment : {size_t{1}, size_t{16}, size_t{60}}) {
+        Call displaced(each, len.value, extra, misalignment);
+        displaced.fill(1, Values::mixed);
+        EXPECT_EQ(status, displaced()) << len << ", misaligned by " << misalignment;
+        EXPECT_EQ(kSame, firstDifference(aligned, displaced)) << len << ", misaligned by " << misalignment;
+      }
+    }
+  });
+}
+
+TEST(Sweep, SourcesMayBeTheDestination) {
+  forEachExtra([](const Export& each, int extra) {
+    for (const Length& len : lengthsAroundWidths(each.itemBytes())) {
+      const unsigned aliasable = Call(each, len.value, extra).aliasable();
+      for (unsigned sources = 1; sources <= aliasable; ++sources) {
+        if (sources & ~aliasable) continue;
+        Call separate(each, len.value, extra), aliased(each, len.value, extra);
+        separate.fill(2, Values::mixed, sources);
+        aliased.fill(2, Values::mixed, sources);
+        aliased.alias(sources);
+        EXPECT_EQ(separate(), aliased()) << len << ", sources " << sources;
+        EXPECT_EQ(kSame, firstDifference(separate, aliased)) << len << ", sources " << sources;
+      }
+    }
+  });
+}
+
+}  // namespace
+}  // namespace orptest

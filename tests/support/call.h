@@ -1,0 +1,123 @@
+// Calls an export by the shape of its prototype alone: sources (const pointers), one destination behind them, the
+// length next to it, and further arguments anywhere. Made for sweeps over the export table.
+//
+//   Call call(describe("orpsAdd_16s", &orpsAdd_16s), 100);
+//   call.fill(1, Values::mixed);
+//   EXPECT_EQ(StsOk, call());
+#pragma once
+
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <typeinfo>
+#include <utility>
+#include <vector>
+
+#include "support/any_array.h"
+
+namespace orptest {
+
+// Values for a sweep's further arguments. Zero divisors, rejected rounding modes and negative shifts among them: a
+// refusal must be as reproducible as a result. The first one is good for everything.
+inline constexpr int kExtras[] = {1, 0, 2, 7, -3};
+
+// What stands in one place of a call's argument list.
+struct Slot {
+  void* pointer = nullptr;
+  int number = 0;
+};
+
+struct Parameter {
+  const std::type_info* element;  // null where no array is passed
+  bool isSource;
+  size_t elementBytes;
+  std::unique_ptr<AnyArray> (*makeArray)(size_t len, size_t misalignment);
+};
+
+// An export with its prototype as data, so that the sweeps are compiled once and not once for each prototype.
+struct Export {
+  const char* name;
+  std::vector<Parameter> parameters;
+  void (*function)();
+  OrpStatus (*invoke)(void (*function)(), const Slot* slots);
+
+  size_t arrays() const;       // how many parameters are arrays
+  size_t destination() const;  // index of the last array
+  size_t length() const;       // index of the length
+  bool hasBitStrings() const;  // such arrays count in bits, and a bit offset follows each
+  bool hasExtras() const { return parameters.size() > arrays() + 1; }
+  size_t itemBytes() const { return parameters[destination()].elementBytes; }
+};
+
+template <class A>
+Parameter describeParameter() {
+  if constexpr (std::is_pointer_v<A>) {
+    using Pointed = std::remove_pointer_t<A>;
+    using Element = std::remove_const_t<Pointed>;
+    return {&typeid(Element), std::is_const_v<Pointed>, sizeof(Element), &makeArray<Element>};
+  } else {
+    return {nullptr, false, 0, nullptr};
+  }
+}
+
+template <class A>
+A argument(const Slot& slot) {
+  if constexpr (std::is_pointer_v<A>) {
+    return static_cast<A>(slot.pointer);
+  } else {
+    return elementOf<A>(slot.number);
+  }
+}
+
+template <class... A>
+OrpStatus invoke(void (*function)(), const Slot* slots) {
+  return [&]<size_t... i>(std::index_sequence<i...>) {
+    return reinterpret_cast<OrpStatus (*)(A...)>(function)(argument<A>(slots[i])...);
+  }
+  (std::index_sequence_for<A...>{});
+}
+
+template <class... A>
+Export describe(const char* name, OrpStatus (*function)(A...)) {
+  return {name, {describeParameter<A>()...}, reinterpret_cast<void (*)()>(function), &invoke<A...>};
+}
+
+class Call {
+ public:
+  // Arrays of exactly `len` elements that hold the pattern, and `extra` for every argument that is neither array nor
+  // length: a constant, shift, scale factor, rounding mode or bit offset. Misaligned arrays differ in their alignment.
+  Call(const Export& description, int len, int extra = kExtras[0], size_t misalignment = 0);
+
+  OrpStatus operator()() { return export_.invoke(export_.function, slots_.data()); }
+
+  void setLength(int len) { slots_[export_.length()].number = len; }
+
+  // Makes the k-th pointer null, with k = arrays() every one, beyond that none.
+  void setNull(size_t k);
+
+  // Bit k of `shared` stands for the k-th source. Shared sources and the destination get the same content.
+  void fill(uint64_t stream, Values values, unsigned shared = 0);
+  void fillWithOnes();
+  void clearInFirstSource(int n) { arrays_.front()->clear(static_cast<size_t>(n)); }
+
+  // The sources that may be the destination's own array, as bits.
+  unsigned aliasable() const;
+  void alias(unsigned sources);
+
+  bool untouched() const;  // every array holds the pattern
+
+  // The destination as bytes, with one bit pattern for every NaN.
+  std::vector<unsigned char> result() const { return arrays_.back()->bytes(); }
+
+ private:
+  const Export export_;
+  std::vector<Slot> slots_;
+  std::vector<std::unique_ptr<AnyArray>> arrays_;  // of the parameters that are arrays
+  std::vector<size_t> places_;                     // of the arrays among the parameters
+};
+
+// The first byte in which the results of two calls differ.
+inline constexpr ptrdiff_t kSame = -1;
+ptrdiff_t firstDifference(const Call& a, const Call& b);
+
+}  // namespace orptest
