@@ -129,9 +129,14 @@ struct AddTo<LiftedMul> {
   };
 };
 
+template <class Op>
+struct SquareOf {
+  HWY_INLINE auto operator()(auto d, auto v) const { return Op{}(d, v, v); }
+};
+
 template <class Op, class T>
 OrpStatus square(const T* pSrc, T* pDst, int len) {
-  return binary<Op>(pSrc, pSrc, pDst, len);
+  return unary<SquareOf<Op>>(pSrc, pDst, len);
 }
 
 template <class Op, class T>
