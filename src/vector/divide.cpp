@@ -60,25 +60,29 @@ struct RealQuotient : ZeroWatch<T> {
   }
 };
 
-// Quotients of complex numbers in planes of double, a zero divisor dividing part by part. Not `exact`: rounded twice,
-// which single precision does not notice.
 template <class V>
 struct Complex {
   V re, im;
 };
-template <bool exact, class V>
-HWY_INLINE Complex<V> ComplexQuotient(const ZeroWatch<double>& watch, Complex<V> divisor, Complex<V> dividend) {
-  constexpr hn::DFromV<V> d;
-  const auto norm = hn::Add(hn::Mul(divisor.re, divisor.re), hn::Mul(divisor.im, divisor.im));
-  const auto isZero = hn::Eq(norm, hn::Zero(d));
-  watch.Note(isZero);
-  const auto re = hn::Add(hn::Mul(dividend.re, divisor.re), hn::Mul(dividend.im, divisor.im));
-  const auto im = hn::Sub(hn::Mul(dividend.im, divisor.re), hn::Mul(dividend.re, divisor.im));
-  const auto above = Complex<V>{hn::IfThenElse(isZero, dividend.re, re), hn::IfThenElse(isZero, dividend.im, im)};
-  if constexpr (exact) return {hn::Div(above.re, norm), hn::Div(above.im, norm)};
-  const auto reciprocal = hn::Div(hn::Set(d, 1.0), norm);
-  return {hn::Mul(above.re, reciprocal), hn::Mul(above.im, reciprocal)};
-}
+
+// The quotient of complex numbers in planes of double as numerators and denominator: a zero divisor divides part by
+// part.
+template <class V>
+struct ComplexFraction {
+  Complex<V> above;
+  V below;
+  hn::Mask<hn::DFromV<V>> isZero;
+
+  HWY_INLINE ComplexFraction(Complex<V> divisor, Complex<V> dividend) {
+    constexpr hn::DFromV<V> d;
+    below = hn::Add(hn::Mul(divisor.re, divisor.re), hn::Mul(divisor.im, divisor.im));
+    isZero = hn::Eq(below, hn::Zero(d));
+    above.re = hn::Add(hn::Mul(dividend.re, divisor.re), hn::Mul(dividend.im, divisor.im));
+    above.im = hn::Sub(hn::Mul(dividend.im, divisor.re), hn::Mul(dividend.re, divisor.im));
+    above.re = hn::IfThenElse(isZero, dividend.re, above.re);
+    above.im = hn::IfThenElse(isZero, dividend.im, above.im);
+  }
+};
 
 template <class T>
 struct ComplexFloatQuotient;
@@ -101,10 +105,14 @@ struct ComplexFloatQuotient<Orp32fc> : ZeroWatch<double> {
     constexpr hn::ScalableTag<uint64_t> du64;
     constexpr hn::Rebind<float, decltype(du64)> df32;
     constexpr hn::Rebind<uint32_t, decltype(du64)> du32;
-    const auto quotient = ComplexQuotient<false>(*this, Planes(divisor), Planes(dividend));
+    const ComplexFraction fraction(Planes(divisor), Planes(dividend));
+    Note(fraction.isZero);
+    // Two roundings in double where one division for each part would do with one: single precision does not notice.
+    const auto reciprocal = hn::Div(hn::Set(hn::ScalableTag<double>{}, 1.0), fraction.below);
     const auto bits = [=](auto plane)
                           HWY_ATTR { return hn::PromoteTo(du64, hn::BitCast(du32, hn::DemoteTo(df32, plane))); };
-    return hn::BitCast(d, hn::Or(bits(quotient.re), hn::ShiftLeft<32>(bits(quotient.im))));
+    const auto re = hn::Mul(fraction.above.re, reciprocal), im = hn::Mul(fraction.above.im, reciprocal);
+    return hn::BitCast(d, hn::Or(bits(re), hn::ShiftLeft<32>(bits(im))));
   }
 };
 
@@ -152,6 +160,16 @@ using FloatQuotient = std::conditional_t<isComplex<T>, ComplexFloatQuotient<T>, 
 
 enum class Rounding { kZero, kNearest, kAway };
 
+template <class T, class V, class W = hn::TFromV<V>>
+HWY_INLINE V ClampTo(V v) {
+  constexpr hn::DFromV<V> d;
+  return hn::Min(hn::Max(v, hn::Set(d, static_cast<W>(kLeast<T>))), hn::Set(d, static_cast<W>(kMost<T>)));
+}
+
+// Adding this rounds to an integer, ties to even, and leaves it in the lower bits, in two's complement.
+template <class W>
+inline constexpr W kNoFraction = sizeof(W) == 4 ? W{0x1.8p23} : W{0x1.8p52};
+
 // v as integers of the destination's type, saturated; v is no NaN.
 template <Rounding rounding, class D, class V>
 HWY_INLINE hn::Vec<D> RoundTo(D d, V v) {
@@ -159,23 +177,22 @@ HWY_INLINE hn::Vec<D> RoundTo(D d, V v) {
   using W = hn::TFromV<V>;
   constexpr hn::DFromV<V> dw;
   constexpr hn::Rebind<int32_t, decltype(dw)> di32;
-  v = hn::Min(hn::Max(v, hn::Set(dw, static_cast<W>(kLeast<T>))), hn::Set(dw, static_cast<W>(kMost<T>)));
-  if constexpr (rounding == Rounding::kAway) v = hn::Add(v, hn::CopySign(hn::Set(dw, W{0.5}), v));
-  const auto noFraction = hn::Set(dw, sizeof(W) == 4 ? W{0x1.8p23} : W{0x1.8p52});
-  const auto demoted = [=](auto integers) HWY_ATTR {
-    if constexpr (std::is_same_v<T, int32_t>) {
-      return integers;
+  v = ClampTo<T>(v);
+  if constexpr (rounding == Rounding::kNearest) {
+    const auto rounded = hn::Add(v, hn::Set(dw, kNoFraction<W>));
+    if constexpr (sizeof(W) == 8) {
+      constexpr hn::RebindToUnsigned<D> du;
+      return hn::BitCast(d, hn::TruncateTo(du, hn::BitCast(hn::RebindToUnsigned<decltype(dw)>{}, rounded)));
     } else {
-      return hn::DemoteTo(d, integers);
+      return hn::DemoteTo(d, hn::Sub(hn::BitCast(di32, rounded), hn::BitCast(di32, hn::Set(dw, kNoFraction<W>))));
     }
-  };
-  if constexpr (sizeof(W) == 4) {
-    if constexpr (rounding != Rounding::kNearest) return demoted(hn::ConvertTo(di32, v));
-    // Adding this rounds to an integer, ties to even, and leaves it in the lower bits.
-    return demoted(hn::Sub(hn::BitCast(di32, hn::Add(v, noFraction)), hn::BitCast(di32, noFraction)));
   } else {
-    if constexpr (rounding == Rounding::kNearest) v = hn::Sub(hn::Add(v, noFraction), noFraction);
-    return demoted(hn::DemoteTo(di32, v));
+    if constexpr (rounding == Rounding::kAway) v = hn::Add(v, hn::CopySign(hn::Set(dw, W{0.5}), v));
+    if constexpr (sizeof(W) == 8) {
+      return hn::DemoteTo(d, hn::DemoteTo(di32, v));
+    } else {
+      return hn::DemoteTo(d, hn::ConvertTo(di32, v));
+    }
   }
 }
 
@@ -192,6 +209,12 @@ HWY_INLINE auto ToWork(V v) {
   }
 }
 
+// In place of a zero divisor the least normal number: quotients by it saturate, even after any scaling, but for 0.
+template <class V, class M, class W = hn::TFromV<V>>
+HWY_INLINE V NotZero(V divisor, M isZero) {
+  return hn::IfThenElse(isZero, hn::Set(hn::DFromV<V>{}, std::numeric_limits<W>::min()), divisor);
+}
+
 template <class W, Rounding rounding>
 struct IntegerQuotient : ZeroWatch<W> {
   static constexpr size_t kWorkBytes = sizeof(W);
@@ -202,9 +225,8 @@ struct IntegerQuotient : ZeroWatch<W> {
     const auto below = ToWork<W>(divisor);
     const auto isZero = hn::Eq(below, hn::Zero(dw));
     this->Note(isZero);
-    // Quotients by the least normal number saturate, even after any scaling, but for 0.
-    const auto notZero = hn::IfThenElse(isZero, hn::Set(dw, std::numeric_limits<W>::min()), below);
-    return RoundTo<rounding>(d, hn::Div(hn::Mul(ToWork<W>(dividend), hn::Set(dw, unit)), notZero));
+    const auto above = hn::Mul(ToWork<W>(dividend), hn::Set(dw, unit));
+    return RoundTo<rounding>(d, hn::Div(above, NotZero(below, isZero)));
   }
 };
 
@@ -223,15 +245,18 @@ struct ComplexIntegerQuotient : ZeroWatch<double> {
     auto above = Planes(dividend);
     above.re = hn::Mul(above.re, hn::Set(df64, unit));
     above.im = hn::Mul(above.im, hn::Set(df64, unit));
-    const auto quotient = ComplexQuotient<true>(*this, Planes(divisor), above);
-    constexpr hn::Rebind<int16_t, decltype(df64)> di16;
-    constexpr hn::Rebind<uint16_t, decltype(df64)> du16;
+    const ComplexFraction fraction(Planes(divisor), above);
+    Note(fraction.isZero);
+    const auto below = NotZero(fraction.below, fraction.isZero);
+    constexpr hn::RebindToUnsigned<decltype(df64)> du64;
     constexpr hn::Rebind<uint32_t, decltype(df64)> du32;
     const auto part = [=](auto plane) HWY_ATTR {
-      const auto number = hn::IfThenElseZero(hn::Eq(plane, plane), plane);  // 0/0 gives 0
-      return hn::PromoteTo(du32, hn::BitCast(du16, RoundTo<Rounding::kNearest>(di16, number)));
+      const auto rounded = hn::Add(ClampTo<Orp16s>(plane), hn::Set(df64, kNoFraction<double>));
+      return hn::And(hn::BitCast(du64, rounded), hn::Set(du64, 0xFFFF));
     };
-    return hn::BitCast(d, hn::Or(part(quotient.re), hn::ShiftLeft<16>(part(quotient.im))));
+    const auto pairs =
+        hn::Or(part(hn::Div(fraction.above.re, below)), hn::ShiftLeft<16>(part(hn::Div(fraction.above.im, below))));
+    return hn::BitCast(d, hn::TruncateTo(du32, pairs));
   }
 };
 
