@@ -1,11 +1,9 @@
 // The entry of every export and the table behind it.
 //
-// An export's line in src/exports/<topic>.inc, ORPS_EXPORT(name, implementation), is read several times: once for each
-// vector width, where it converts the implementation to the type of the public prototype (which deduces the template
-// arguments and rejects a signature that differs), and once at the end, where it makes the slots and the entry.
-//
-//   #include "exports/topic.inc"  between  #include "frame/entry_width.h"   (inside the width's namespace)
-//                                 or after #include "frame/entry_define.h"  (HWY_ONCE, or a file without widths)
+// An export's line in src/exports/<topic>.inc, ORPS_EXPORT(name, implementation), is read once for each vector width,
+// where it converts the implementation to the type of the public prototype (which deduces the template arguments and
+// rejects a signature that differs), and once more for the slots and the entry: frame/exports-inl.h. A file without
+// widths reads its table through frame/entry_plain.h.
 #pragma once
 
 #include "orpsp/types.h"

@@ -67,21 +67,10 @@ OrpStatus copyBits(const Orp8u* pSrc, int srcBitOffset, Orp8u* pDst, int dstBitO
   return StsOk;
 }
 
-namespace table {
-#include "frame/entry_width.h"
-
-#include "exports/bits.inc"
-}  // namespace table
-
 }  // namespace
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp
 HWY_AFTER_NAMESPACE();
 
-#if HWY_ONCE
-namespace orpsp {
-#include "frame/entry_define.h"
-
-#include "exports/bits.inc"
-}  // namespace orpsp
-#endif
+#define ORPSP_TABLE "exports/bits.inc"
+#include "frame/exports-inl.h"

@@ -481,21 +481,10 @@ OrpStatus normalizeSfs(const T* pSrc, T* pDst, int len, T vSub, int vDiv, int sc
   return StsOk;
 }
 
-namespace table {
-#include "frame/entry_width.h"
-
-#include "exports/divide.inc"
-}  // namespace table
-
 }  // namespace
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp
 HWY_AFTER_NAMESPACE();
 
-#if HWY_ONCE
-namespace orpsp {
-#include "frame/entry_define.h"
-
-#include "exports/divide.inc"
-}  // namespace orpsp
-#endif
+#define ORPSP_TABLE "exports/divide.inc"
+#include "frame/exports-inl.h"

@@ -96,21 +96,10 @@ OrpStatus shiftInPlace(int val, T* pSrcDst, int len) {
   return shift<Op>(static_cast<const T*>(pSrcDst), val, pSrcDst, len);
 }
 
-namespace table {
-#include "frame/entry_width.h"
-
-#include "exports/logic.inc"
-}  // namespace table
-
 }  // namespace
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp
 HWY_AFTER_NAMESPACE();
 
-#if HWY_ONCE
-namespace orpsp {
-#include "frame/entry_define.h"
-
-#include "exports/logic.inc"
-}  // namespace orpsp
-#endif
+#define ORPSP_TABLE "exports/logic.inc"
+#include "frame/exports-inl.h"

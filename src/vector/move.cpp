@@ -99,21 +99,10 @@ OrpStatus move(const T* pSrc, T* pDst, int len) {
   return copyBytes(bytes(pDst), bytes(pSrc), count);
 }
 
-namespace table {
-#include "frame/entry_width.h"
-
-#include "exports/move.inc"
-}  // namespace table
-
 }  // namespace
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp
 HWY_AFTER_NAMESPACE();
 
-#if HWY_ONCE
-namespace orpsp {
-#include "frame/entry_define.h"
-
-#include "exports/move.inc"
-}  // namespace orpsp
-#endif
+#define ORPSP_TABLE "exports/move.inc"
+#include "frame/exports-inl.h"

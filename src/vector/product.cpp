@@ -218,21 +218,10 @@ OrpStatus constantTo16s(const Orp32f* pSrc, Orp32f val, Orp16s* pDst, int len, i
   return StsOk;
 }
 
-namespace table {
-#include "frame/entry_width.h"
-
-#include "exports/product.inc"
-}  // namespace table
-
 }  // namespace
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp
 HWY_AFTER_NAMESPACE();
 
-#if HWY_ONCE
-namespace orpsp {
-#include "frame/entry_define.h"
-
-#include "exports/product.inc"
-}  // namespace orpsp
-#endif
+#define ORPSP_TABLE "exports/product.inc"
+#include "frame/exports-inl.h"

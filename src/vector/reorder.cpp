@@ -142,21 +142,10 @@ OrpStatus swapBytesInPlace(T* pSrcDst, int len) {
   return swapBytes(static_cast<const T*>(pSrcDst), pSrcDst, len);
 }
 
-namespace table {
-#include "frame/entry_width.h"
-
-#include "exports/reorder.inc"
-}  // namespace table
-
 }  // namespace
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp
 HWY_AFTER_NAMESPACE();
 
-#if HWY_ONCE
-namespace orpsp {
-#include "frame/entry_define.h"
-
-#include "exports/reorder.inc"
-}  // namespace orpsp
-#endif
+#define ORPSP_TABLE "exports/reorder.inc"
+#include "frame/exports-inl.h"

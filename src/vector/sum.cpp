@@ -83,21 +83,10 @@ struct Abs {
   }
 };
 
-namespace table {
-#include "frame/entry_width.h"
-
-#include "exports/sum.inc"
-}  // namespace table
-
 }  // namespace
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp
 HWY_AFTER_NAMESPACE();
 
-#if HWY_ONCE
-namespace orpsp {
-#include "frame/entry_define.h"
-
-#include "exports/sum.inc"
-}  // namespace orpsp
-#endif
+#define ORPSP_TABLE "exports/sum.inc"
+#include "frame/exports-inl.h"
