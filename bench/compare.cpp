@@ -33,7 +33,9 @@ void fill(const Data& data, Kind kind) {
       case Kind::kBytes:
         fill<uint8_t>(bytes, std::uniform_int_distribution<int>(0, 255));
         break;
-      case Kind::kNonzeroBytes: fill<uint8_t>(bytes, std::uniform_int_distribution<int>(1, 255)); break;
+      case Kind::kNonzeroBytes:
+        fill<uint8_t>(bytes, std::uniform_int_distribution<int>(1, 255));
+        break;
       case Kind::kInt16:
         fill<int16_t>(bytes, std::uniform_int_distribution<int>(-32768, 32767));
         break;
