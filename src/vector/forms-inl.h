@@ -54,23 +54,29 @@ HWY_NOINLINE void ShiftUpInPlace(T* data, size_t len, int shift) {
 
 // dst = op(src...) * 2^-scale
 template <class Op, class TD, class... S>
-HWY_INLINE void MapScaled(TD* dst, size_t len, int scale, const S&... src) {
-  if (scale > 0) {
-    if (scale > Op::template kMostScale<Lane<TD>>) return Map(FillZero{}, dst, len);
+HWY_NOINLINE OrpStatus mapScaled(int scale, TD* dst, size_t len, S... src) {
+  if (scale == 0) {
+    Map(Op{}, dst, len, src...);
+  } else if (scale < 0) {
+    constexpr size_t kBlock = size_t{16384} / sizeof(TD);  // stays in the first-level cache between the two steps
+    const int shift = scale < -kBits<TD> ? kBits<TD> : -scale;
+    for (size_t i = 0; i < len; i += kBlock) {
+      const size_t count = HWY_MIN(kBlock, len - i);
+      mapScaled<Op>(0, dst + i, count, src.From(i)...);
+      ShiftUpInPlace(lanes(dst + i), count * Element<TD>::kLanes, shift);
+    }
+  } else if (scale > Op::template kMostScale<Lane<TD>>) {
+    Map(FillZero{}, dst, len);
+  } else {
     if constexpr (requires { typename Op::Halved; }) {
-      if (scale == 1) return Map(typename Op::Halved{}, dst, len, src...);
+      if (scale == 1) return Map(typename Op::Halved{}, dst, len, src...), StsOk;
     }
     if constexpr (requires { typename Op::Q15; } && (std::is_same_v<typename S::Type, Orp16s> && ...)) {
-      if (scale == 15) return Map(typename Op::Q15{}, dst, len, src...);
+      if (scale == 15) return Map(typename Op::Q15{}, dst, len, src...), StsOk;
     }
-    return Map(typename Op::Rounded{scale}, dst, len, src...);
+    Map(typename Op::Rounded{scale}, dst, len, src...);
   }
-  const size_t block = scale == 0 ? len : size_t{4096} / sizeof(TD) * 4;
-  for (size_t i = 0; i < len; i += block) {
-    const size_t count = HWY_MIN(block, len - i);
-    Map(Op{}, dst + i, count, src.From(i)...);
-    if (scale < 0) ShiftUpInPlace(lanes(dst + i), count * Element<TD>::kLanes, scale < -kBits<TD> ? kBits<TD> : -scale);
-  }
+  return StsOk;
 }
 
 // ---- Two vectors
@@ -85,12 +91,6 @@ requires(Op::kByLanes) inline constexpr bool kByLanes<Op, T...> = (isComplex<T> 
 template <class Op, class A, class B, class D>
 HWY_NOINLINE OrpStatus mapPair(D* dst, size_t len, const A* a, const B* b) {
   Map(Op{}, dst, len, Operand<D>(a), Operand<D>(b));
-  return StsOk;
-}
-
-template <class Op, class A, class B, class D>
-HWY_NOINLINE OrpStatus mapPairScaled(D* dst, size_t len, const A* a, const B* b, int scale) {
-  MapScaled<Op>(dst, len, scale, Operand<D>(a), Operand<D>(b));
   return StsOk;
 }
 
@@ -113,9 +113,10 @@ template <class Op, class A, class B, class D>
 OrpStatus binarySfs(const A* pSrc1, const B* pSrc2, D* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
   if constexpr (kByLanes<Op, A, B, D>) {
-    return mapPairScaled<Op>(lanes(pDst), 2 * Size(len), lanes(pSrc1), lanes(pSrc2), scaleFactor);
+    using L = Lane<D>;
+    return mapScaled<Op>(scaleFactor, lanes(pDst), 2 * Size(len), Vector<L>{lanes(pSrc1)}, Vector<L>{lanes(pSrc2)});
   } else {
-    return mapPairScaled<Op>(pDst, Size(len), pSrc1, pSrc2, scaleFactor);
+    return mapScaled<Op>(scaleFactor, pDst, Size(len), Operand<D>(pSrc1), Operand<D>(pSrc2));
   }
 }
 
@@ -141,8 +142,7 @@ OrpStatus constantInPlace(T val, T* pSrcDst, int len) {
 template <class Op, class T, class D>
 OrpStatus constantSfs(const T* pSrc, T val, D* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  MapScaled<Op>(pDst, Size(len), scaleFactor, Constant<T>{val}, Vector<T>{pSrc});
-  return StsOk;
+  return mapScaled<Op>(scaleFactor, pDst, Size(len), Constant<T>{val}, Vector<T>{pSrc});
 }
 
 template <class Op, class T>

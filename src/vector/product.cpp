@@ -164,8 +164,7 @@ OrpStatus accumulate(const T* pSrc1, const T* pSrc2, D* pSrcDst, int len) {
 template <class Op, class T, class D>
 OrpStatus accumulateSfs(const T* pSrc1, const T* pSrc2, D* pSrcDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pSrcDst);
-  MapScaled<Op>(pSrcDst, Size(len), scaleFactor, Vector<T>{pSrc1}, Vector<T>{pSrc2}, Vector<D>{pSrcDst});
-  return StsOk;
+  return mapScaled<Op>(scaleFactor, pSrcDst, Size(len), Vector<T>{pSrc1}, Vector<T>{pSrc2}, Vector<D>{pSrcDst});
 }
 
 template <class Op, class T>
