@@ -14,3 +14,4 @@ file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/highway)
 file(CREATE_LINK ${HWY_INCLUDE_DIR}/hwy ${PROJECT_BINARY_DIR}/highway/hwy SYMBOLIC)
 add_library(orpsp_highway INTERFACE)
 target_include_directories(orpsp_highway SYSTEM INTERFACE ${PROJECT_BINARY_DIR}/highway)
+target_compile_definitions(orpsp_highway INTERFACE HWY_IS_DEBUG_BUILD=0)  # its assertions need its library

@@ -17,12 +17,14 @@ extern Orp32s VariantIndex;   // 0 "u8", 1 "n8"
 extern Orp32s ownEntryIndex;  // the slot that every entry jumps through
 }
 
+// Without optimisation the compiler writes its data around this assembler and must find its section again. COFF has no
+// stack of sections, so that the Windows build is an optimised one, where assembler comes first.
 #if defined(_WIN32)
-#define ORPS_ENTRY_BEGIN(name) ".def " #name "; .scl 2; .type 32; .endef\n"
+#define ORPS_ENTRY_BEGIN(name) ".text\n.def " #name "; .scl 2; .type 32; .endef\n"
 #define ORPS_ENTRY_END(name) ".section .drectve,\"yn\"\n.ascii \" -export:" #name "\"\n.text\n"
 #else
-#define ORPS_ENTRY_BEGIN(name) ".type " #name ", @function\n"
-#define ORPS_ENTRY_END(name) ".size " #name ", .-" #name "\n"
+#define ORPS_ENTRY_BEGIN(name) ".pushsection .text\n.type " #name ", @function\n"
+#define ORPS_ENTRY_END(name) ".size " #name ", .-" #name "\n.popsection\n"
 #endif
 
 // The entry: transparent for every signature, since neither argument registers nor the stack are touched.
@@ -31,11 +33,11 @@ extern Orp32s ownEntryIndex;  // the slot that every entry jumps through
   extern decltype(&::name) const slots_##name[ORPS_SLOT_COUNT];                                \
   __attribute__((used)) decltype(&::name) const slots_##name[ORPS_SLOT_COUNT] = {__VA_ARGS__}; \
   }                                                                                            \
-  __asm__(".text\n.p2align 5\n.globl " #name "\n" ORPS_ENTRY_BEGIN(name) #name                 \
-          ":\n"                                                                                \
-          ".cfi_startproc\n"                                                                   \
-          "movl ownEntryIndex(%rip), %eax\n"                                                   \
-          "leaq slots_" #name                                                                  \
-          "(%rip), %r11\n"                                                                     \
-          "jmp *(%r11,%rax,8)\n"                                                               \
-          ".cfi_endproc\n" ORPS_ENTRY_END(name))
+  __asm__(ORPS_ENTRY_BEGIN(name) ".p2align 5\n.globl " #name "\n" #name                        \
+                                 ":\n"                                                         \
+                                 ".cfi_startproc\n"                                            \
+                                 "movl ownEntryIndex(%rip), %eax\n"                            \
+                                 "leaq slots_" #name                                           \
+                                 "(%rip), %r11\n"                                              \
+                                 "jmp *(%r11,%rax,8)\n"                                        \
+                                 ".cfi_endproc\n" ORPS_ENTRY_END(name))
