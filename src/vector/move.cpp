@@ -17,22 +17,8 @@ namespace {
 
 // The unsigned type of an element's size: one implementation serves all types of one size.
 template <size_t size>
-struct BitsOf;
-template <>
-struct BitsOf<1> {
-  using Type = uint8_t;
-};
-template <>
-struct BitsOf<2> {
-  using Type = uint16_t;
-};
-template <>
-struct BitsOf<4> {
-  using Type = uint32_t;
-};
-template <>
-struct BitsOf<8> {
-  using Type = uint64_t;
+struct BitsOf {
+  using Type = hwy::UnsignedFromSize<size>;
 };
 template <>
 struct BitsOf<16> {
