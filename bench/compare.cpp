@@ -9,6 +9,7 @@
 #include <cstring>
 #include <map>
 #include <random>
+#include <utility>
 
 #include "orpcore.h"
 
@@ -48,6 +49,12 @@ void fill(const Data& data, Kind kind) {
       case Kind::kDouble:
         fill<double>(bytes, std::uniform_real_distribution<double>(0.5, 2));
         break;
+      case Kind::kSignedFloat:
+        fill<float>(bytes, std::uniform_real_distribution<float>(-8, 8));
+        break;
+      case Kind::kSignedDouble:
+        fill<double>(bytes, std::uniform_real_distribution<double>(-8, 8));
+        break;
     }
   }
 }
@@ -64,7 +71,7 @@ bool agree(const Case& c, const std::vector<std::byte>& x, const std::vector<std
     }
     return true;
   };
-  return c.kind == Kind::kDouble ? close(0.0) : close(0.0F);
+  return c.kind == Kind::kDouble || c.kind == Kind::kSignedDouble ? close(0.0) : close(0.0F);
 }
 
 // A benchmark of something wrong is worth nothing.
@@ -73,7 +80,7 @@ void check(const Case& c, const Data& data) {
   const size_t size = kLength * c.elementBytes;
   const std::vector<std::byte> before(data.result, data.result + size);
   std::vector<std::vector<std::byte>> results;
-  for (const Work work : {c.library, c.plain, c.volk}) {
+  for (const Work work : {c.library, c.plain, c.volk, c.sleef, c.fastSleef}) {
     if (!work) continue;
     std::copy(before.begin(), before.end(), data.result);
     work(data, kLength);
@@ -118,13 +125,14 @@ void printTable(std::span<const Case> cases, const Best& best) {
         const auto found = best.seconds.find(key(c, who, length));
         return found == best.seconds.end() ? 0 : found->second;
       };
-      const double library = time("library"), plain = time("plain"), volk = time("volk");
+      const double library = time("library"), plain = time("plain");
       if (library == 0) {
         std::printf(" |");
         continue;
       }
       std::printf(" %.3f ×%.1f", library / length * 1e9, plain / library);
-      if (volk != 0) std::printf(" v%.1f", volk / library);
+      for (const auto& [peer, letter] : {std::pair{"volk", "v"}, {"sleef", "s"}, {"fastSleef", "f"}})
+        if (time(peer) != 0) std::printf(" %s%.1f", letter, time(peer) / library);
       std::printf(" |");
     }
     std::printf("\n");
@@ -133,39 +141,43 @@ void printTable(std::span<const Case> cases, const Best& best) {
 
 }  // namespace
 
-int run(std::span<const Case> cases, int argc, char** argv) {
+int run(std::span<const std::span<const Case>> groups, int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   Data data{};
   for (std::byte** const p : {&data.first, &data.second, &data.result}) {
     *p = static_cast<std::byte*>(orpMalloc(static_cast<int64_t>(Data::kBytes)));
     if (!*p) return 1;
   }
-  Best best;
-  for (const Case& c : cases) {
-    fill(data, c.kind);
-    check(c, data);
-    for (const int length : kLengths) {
-      if (static_cast<size_t>(length) * c.elementBytes > Data::kElements * Data::kLargest) continue;
-      const auto add = [&](const char* who, Work work) {
-        if (!work) return;
-        benchmark::RegisterBenchmark(key(c, who, length).c_str(),
-                                     [&data, work, length](benchmark::State& state) {
-                                       for (auto _ : state) {
-                                         work(data, length);
-                                         benchmark::ClobberMemory();
-                                       }
-                                     })
-            ->MinTime(0.01)
-            ->Repetitions(length >= 1 << 20 ? 3 : 7);
-      };
-      add("library", c.library);
-      add("plain", c.plain);
-      add("volk", c.volk);
+  for (const auto& cases : groups) {
+    Best best;
+    for (const Case& c : cases) {
+      fill(data, c.kind);
+      check(c, data);
+      for (const int length : kLengths) {
+        if (static_cast<size_t>(length) * c.elementBytes > Data::kElements * Data::kLargest) continue;
+        const auto add = [&](const char* who, Work work) {
+          if (!work) return;
+          benchmark::RegisterBenchmark(key(c, who, length).c_str(),
+                                       [&data, work, length](benchmark::State& state) {
+                                         for (auto _ : state) {
+                                           work(data, length);
+                                           benchmark::ClobberMemory();
+                                         }
+                                       })
+              ->MinTime(0.01)
+              ->Repetitions(length >= 1 << 20 ? 3 : 7);
+        };
+        add("library", c.library);
+        add("plain", c.plain);
+        add("volk", c.volk);
+        add("sleef", c.sleef);
+        add("fastSleef", c.fastSleef);
+      }
+      benchmark::RunSpecifiedBenchmarks(&best);
+      benchmark::ClearRegisteredBenchmarks();
     }
-    benchmark::RunSpecifiedBenchmarks(&best);
-    benchmark::ClearRegisteredBenchmarks();
+    printTable(cases, best);
   }
-  printTable(cases, best);
   return 0;
 }
 

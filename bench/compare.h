@@ -33,7 +33,16 @@ struct Data {
 
 using Work = void (*)(const Data&, int len);
 
-enum class Kind { kBytes, kInt16, kFloat, kDouble, kSmallNonzero16, kNonzeroBytes };
+enum class Kind {
+  kBytes,
+  kNonzeroBytes,
+  kInt16,
+  kSmallNonzero16,
+  kFloat,  // 0.5 to 2
+  kDouble,
+  kSignedFloat,  // -8 to 8
+  kSignedDouble
+};
 
 struct Case {
   std::string name;
@@ -41,9 +50,10 @@ struct Case {
   size_t elementBytes;  // of the destination
   Work library, plain, volk = nullptr;
   double tolerance = 0;  // relative, for results of floating point that the compiler may contract; 0: same bits
+  Work sleef = nullptr, fastSleef = nullptr;  // SLEEF's functions of 1 and of 3.5 units in the last place
 };
 
-// Runs every case at every length and writes a Markdown table to standard output.
-int run(std::span<const Case> cases, int argc, char** argv);
+// Runs every case at every length and writes a Markdown table for each group to standard output.
+int run(std::span<const std::span<const Case>> groups, int argc, char** argv);
 
 }  // namespace bench

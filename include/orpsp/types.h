@@ -42,10 +42,18 @@ typedef int64_t Orp64s;
 typedef float Orp32f;
 typedef double Orp64f;
 
-/** An element of three bytes, least significant byte first. */
+/** An element of half precision (IEEE 754 binary16), as its bits. */
+typedef struct {
+  Orp16u bits;
+} Orp16f;
+
+/** Elements of three bytes, least significant byte first; the sign of a signed one is the top bit of the last byte. */
 typedef struct {
   Orp8u byte[3];
 } Orp24u;
+typedef struct {
+  Orp8u byte[3];
+} Orp24s;
 
 /** Complex elements: real part first, no padding. */
 typedef struct {

@@ -9,13 +9,19 @@ const std::vector<Export>& vectorExports() {
     std::vector<Export> all;
 #define ORPS_EXPORT(name, ...) all.push_back(describe(#name, &::name))
 #include "exports/bits.inc"
+#include "exports/complex.inc"
+#include "exports/convert.inc"
 #include "exports/divide.inc"
+#include "exports/elementary.inc"
 #include "exports/integer64.inc"
 #include "exports/logic.inc"
 #include "exports/move.inc"
+#include "exports/polar.inc"
 #include "exports/product.inc"
 #include "exports/reorder.inc"
+#include "exports/root.inc"
 #include "exports/sum.inc"
+#include "exports/threshold.inc"
 #undef ORPS_EXPORT
     return all;
   }();

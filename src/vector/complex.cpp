@@ -1,0 +1,22 @@
+// Conj, Real, Imag, RealToCplx, CplxToReal, PowerSpectr and MagSquared.
+#include "orpsp/vector/complex.h"
+
+#include "frame/entry.h"
+#include "simd/targets.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "vector/complex.cpp"
+#include <hwy/foreach_target.h>
+
+#include "vector/forms-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#define ORPSP_TABLE "exports/complex.inc"
+#include "frame/exports-inl.h"
