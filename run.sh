@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds orpSP and uses it: mixes two real recordings into one.
+# Builds orpSP and uses it on real recordings: mixes two into one, converts one, limits one.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 . scripts/packages.sh
@@ -26,3 +26,11 @@ speed=$(sed -n 's/.*mixed in \(.* ms\), \([0-9]* times\) real time.*/The library
 echo
 echo "Two voices now speak at once, the second one more softly. $speed"
 echo "The mix is in $PWD/build/mix.wav"
+echo
+echo "The first recording in 8-bit samples:"
+build/release/bin/wavtool convert "$sounds/Front_Left.wav" build/convert.wav --bits 8
+echo
+echo "The first recording, nowhere louder than 12 dB below full scale:"
+build/release/bin/wavtool limit "$sounds/Front_Left.wav" build/limit.wav --level -12
+echo
+echo "They are in $PWD/build/convert.wav and $PWD/build/limit.wav"

@@ -2,6 +2,10 @@
 
 namespace wavtool {
 
-void addAudioCommands(CLI::App& tool, const Options& options) { addMix(tool, options); }
+void addAudioCommands(CLI::App& tool, const Options& options) {
+  addMix(tool, options);
+  addConvert(tool, options);
+  addLimit(tool, options);
+}
 
 }  // namespace wavtool

@@ -3,6 +3,7 @@
 #include <sndfile.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -23,21 +24,21 @@ uint32_t littleEndian(const char* bytes) {
   return value;
 }
 
-// libsndfile reads what there is of a file that was cut short, as if it were the whole recording. So look first: a WAV
-// file is "RIFF", a size, "WAVE", and chunks of a name, a size and that many bytes; "data" holds the samples.
-void expectWholeWav(const std::string& path) {
+// Whether this is a WAV file; it must be a whole one. libsndfile reads what there is of a file that was cut short, as
+// if it were the whole recording. So look first: a WAV file is "RIFF", a size, "WAVE", and chunks of a name, a size and
+// that many bytes; "data" holds the samples.
+bool isWholeWav(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   std::array<char, 12> head;
   if (!file) throw Failure("cannot open " + path + ": " + std::strerror(errno));
   if (fs::is_directory(path)) throw Failure("cannot open " + path + ": it is a folder");
   const auto tagAt = [&head](size_t offset) { return std::string_view(head.data() + offset, 4); };
-  if (!file.read(head.data(), 12) || tagAt(0) != "RIFF" || tagAt(8) != "WAVE")
-    throw Failure(path + " is not a WAV file");
+  if (!file.read(head.data(), 12) || tagAt(0) != "RIFF" || tagAt(8) != "WAVE") return false;
   const uint64_t size = fs::file_size(path);
   for (uint64_t at = 12; file.seekg(static_cast<std::streamoff>(at)) && file.read(head.data(), 8);) {
     const uint64_t length = littleEndian(head.data() + 4), end = at + 8 + length;
     if (tagAt(0) == "data") {
-      if (end <= size) return;
+      if (end <= size) return true;
       throw Failure(path + " is cut short: its header promises " + std::to_string(length) + " bytes of samples, " +
                     std::to_string(size - at - 8) + " are there");
     }
@@ -53,47 +54,108 @@ std::string nameOfFormat(int format) {
   return known ? info.name : "of an unknown kind";
 }
 
+constexpr int kWavFormats[] = {SF_FORMAT_PCM_U8, SF_FORMAT_PCM_16, SF_FORMAT_PCM_24,
+                               SF_FORMAT_PCM_32, SF_FORMAT_FLOAT,  SF_FORMAT_DOUBLE};
+
+int wavFormat(SampleType type) { return kWavFormats[static_cast<size_t>(type)]; }
+
+SampleType typeOfFormat(int format) {
+  switch (format & SF_FORMAT_SUBMASK) {
+    case SF_FORMAT_PCM_U8:
+    case SF_FORMAT_PCM_S8:
+      return SampleType::k8u;
+    case SF_FORMAT_PCM_16:
+    case SF_FORMAT_ULAW:
+    case SF_FORMAT_ALAW:
+    case SF_FORMAT_IMA_ADPCM:
+    case SF_FORMAT_MS_ADPCM:
+    case SF_FORMAT_GSM610:
+    case SF_FORMAT_ALAC_16:
+      return SampleType::k16s;
+    case SF_FORMAT_PCM_24:
+    case SF_FORMAT_ALAC_20:
+    case SF_FORMAT_ALAC_24:
+      return SampleType::k24s;
+    case SF_FORMAT_PCM_32:
+    case SF_FORMAT_ALAC_32:
+      return SampleType::k32s;
+    case SF_FORMAT_DOUBLE:
+      return SampleType::k64f;
+    default:
+      return SampleType::k32f;
+  }
+}
+
+// Whether the file holds the samples exactly as a WAV file does.
+bool holdsWavSamples(SNDFILE* file, int format) {
+  const int container = format & SF_FORMAT_TYPEMASK;
+  const bool likeWav = container == SF_FORMAT_WAV || container == SF_FORMAT_WAVEX || container == SF_FORMAT_W64 ||
+                       container == SF_FORMAT_RF64;
+  return likeWav && (format & SF_FORMAT_SUBMASK) == wavFormat(typeOfFormat(format)) &&
+         sf_command(file, SFC_RAW_DATA_NEEDS_ENDSWAP, nullptr, 0) == SF_FALSE;
+}
+
+SampleType decodedTo(SampleType type) { return isInteger(type) ? SampleType::k32s : type; }
+
 }  // namespace
+
+int bytesOf(SampleType type) {
+  constexpr int kBytes[] = {1, 2, 3, 4, 4, 8};
+  return kBytes[static_cast<size_t>(type)];
+}
+
+std::string nameOf(SampleType type) { return nameOfFormat(wavFormat(type)); }
 
 void CloseAudio::operator()(SNDFILE* file) const { sf_close(file); }
 
-AudioReader::AudioReader(const std::string& path) : path_(path) {
-  expectWholeWav(path);
+AudioReader::AudioReader(const std::string& path) : path_(path), wav_(isWholeWav(path)) {
   SF_INFO info{};
   file_.reset(sf_open(path.c_str(), SFM_READ, &info));
   if (!file_) throw Failure("cannot read " + path + ": " + sf_strerror(nullptr));
-  if ((info.format & SF_FORMAT_SUBMASK) != SF_FORMAT_PCM_16)
-    throw Failure(path + " does not hold 16-bit PCM samples: its samples are " + nameOfFormat(info.format));
   if (info.frames < 1) throw Failure(path + " holds no samples");
+  nameOfSamples_ = nameOfFormat(info.format);
+  type_ = typeOfFormat(info.format);
+  asInFile_ = holdsWavSamples(file_.get(), info.format);
+  readsAs_ = asInFile_ ? type_ : decodedTo(type_);
   format_ = {info.samplerate, info.channels};
   frames_ = info.frames;
 }
 
-std::span<int16_t> AudioReader::read(std::span<int16_t> samples) {
-  const auto channels = static_cast<size_t>(format_.channels);
-  const sf_count_t count =
-      sf_readf_short(file_.get(), samples.data(), static_cast<sf_count_t>(samples.size() / channels));
+size_t AudioReader::read(void* samples, size_t frames) {
+  const sf_count_t wanted = std::min(static_cast<sf_count_t>(frames), frames_ - done_);
+  sf_count_t count;
+  if (asInFile_) {
+    const sf_count_t frame = bytesOf(type_) * format_.channels;
+    count = sf_read_raw(file_.get(), samples, wanted * frame) / frame;
+  } else if (readsAs_ == SampleType::k32s) {
+    count = sf_readf_int(file_.get(), static_cast<int*>(samples), wanted);
+  } else if (readsAs_ == SampleType::k32f) {
+    count = sf_readf_float(file_.get(), static_cast<float*>(samples), wanted);
+  } else {
+    count = sf_readf_double(file_.get(), static_cast<double*>(samples), wanted);
+  }
   done_ += count;
-  const auto filled = samples.first(static_cast<size_t>(count) * channels);
-  if (filled.size() < samples.size() && done_ < frames_) throw Failure("cannot read all of " + path_);
-  return filled;
+  if (count < wanted) throw Failure("cannot read all of " + path_);
+  return static_cast<size_t>(count);
 }
 
-AudioWriter::AudioWriter(const std::string& path, AudioFormat format)
-    : path_(path), unfinished_(path + "." + std::to_string(getpid()) + ".part") {
+AudioWriter::AudioWriter(const std::string& path, AudioFormat format, SampleType type)
+    : path_(path), unfinished_(path + "." + std::to_string(getpid()) + ".part"), type_(type) {
   std::error_code ignored;
   if (const auto status = fs::status(path, ignored); fs::exists(status) && !fs::is_regular_file(status))
     throw Failure("cannot write " + path + ": it is there and not a file");
   SF_INFO info{};
   info.samplerate = format.rate;
   info.channels = format.channels;
-  info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
+  info.format = SF_FORMAT_WAV | wavFormat(type);
   file_.reset(sf_open(unfinished_.c_str(), SFM_WRITE, &info));
   if (!file_) {
     std::error_code error;
     fs::remove(unfinished_, error);
     throw Failure("cannot write " + path + ": " + sf_strerror(nullptr));
   }
+  // It would hold the time of day: the same command would never write the same file twice.
+  sf_command(file_.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
 }
 
 AudioWriter::~AudioWriter() {
@@ -103,9 +165,9 @@ AudioWriter::~AudioWriter() {
   fs::remove(unfinished_, ignored);
 }
 
-void AudioWriter::write(std::span<const int16_t> samples) {
-  const auto count = static_cast<sf_count_t>(samples.size());
-  if (sf_write_short(file_.get(), samples.data(), count) != count)
+void AudioWriter::write(const void* samples, size_t count) {
+  const auto bytes = static_cast<sf_count_t>(count) * bytesOf(type_);
+  if (sf_write_raw(file_.get(), samples, bytes) != bytes)
     throw Failure("cannot write " + path_ + ": " + sf_strerror(file_.get()));
 }
 

@@ -1,9 +1,9 @@
-// 16-bit PCM recordings in WAV files.
+// Recordings: files of any kind that libsndfile reads, and WAV files to write.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <span>
 #include <string>
 
 struct sf_private_tag;
@@ -15,6 +15,14 @@ struct AudioFormat {
   int channels = 0;  // samples of one moment stand side by side: a frame
   bool operator==(const AudioFormat&) const = default;
 };
+
+// Types of samples, named like the library's element types and laid out as in a WAV file: least significant byte first,
+// no padding. 8-bit samples are unsigned, 128 is their zero.
+enum class SampleType { k8u, k16s, k24s, k32s, k32f, k64f };
+
+constexpr bool isInteger(SampleType type) { return type <= SampleType::k32s; }
+int bytesOf(SampleType type);
+std::string nameOf(SampleType type);  // "Signed 16 bit PCM"
 
 struct CloseAudio {
   void operator()(sf_private_tag* file) const;
@@ -28,32 +36,44 @@ class AudioReader {
   const std::string& path() const { return path_; }
   AudioFormat format() const { return format_; }
   int64_t frames() const { return frames_; }  // of the whole file
+  bool isWav() const { return wav_; }
+  const std::string& nameOfSamples() const { return nameOfSamples_; }
 
-  // Fills `samples` (whole frames) from where the last read ended; fewer only at the end of the file.
-  std::span<int16_t> read(std::span<int16_t> samples);
+  // Of the samples in the file; of compressed ones, the type that holds what they decode to.
+  SampleType type() const { return type_; }
+
+  // What read() gives: samples of type(), just as they are in the file, wherever that is possible. Otherwise libsndfile
+  // decodes integers to 32 bits, the sample in the upper ones, and everything else to floating point.
+  SampleType readsAs() const { return readsAs_; }
+
+  // Reads up to `frames` frames from where the last read ended; returns how many, fewer only at the end of the file.
+  size_t read(void* samples, size_t frames);
 
  private:
-  std::string path_;
+  std::string path_, nameOfSamples_;
   AudioHandle file_;
   AudioFormat format_;
+  SampleType type_, readsAs_;
+  bool wav_, asInFile_;
   int64_t frames_ = 0, done_ = 0;
 };
 
-// Writes beside `path` and takes its place in one step when it is complete: if anything fails before, a file that was
-// there stays as it was and no other is left behind.
+// Writes a WAV file beside `path`, which takes its place in one step when it is complete: if anything fails before, a
+// file that was there stays as it was and no other is left behind.
 class AudioWriter {
  public:
-  AudioWriter(const std::string& path, AudioFormat format);
+  AudioWriter(const std::string& path, AudioFormat format, SampleType type);
   ~AudioWriter();
   AudioWriter(const AudioWriter&) = delete;
   AudioWriter& operator=(const AudioWriter&) = delete;
 
-  void write(std::span<const int16_t> samples);
+  void write(const void* samples, size_t count);  // whole frames
   void finish();
 
  private:
   std::string path_, unfinished_;
   AudioHandle file_;
+  SampleType type_;
 };
 
 }  // namespace wavtool

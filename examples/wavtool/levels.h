@@ -1,4 +1,4 @@
-// Peak and RMS level of 16-bit samples.
+// Peak and RMS level of samples.
 #pragma once
 
 #include <cstdint>
@@ -10,14 +10,20 @@ namespace wavtool {
 class Level {
  public:
   void add(std::span<const int16_t> samples);
+  void add(std::span<const double> samples);  // of full scale 1
 
-  // "peak -3.1 dBFS, RMS -20.4 dBFS"; 0 dBFS is the amplitude 32768, for both.
+  // How many samples were not a number. They count for nothing else.
+  int64_t notNumbers() const { return notNumbers_; }
+
+  // "peak -3.1 dBFS, RMS -20.4 dBFS"; 0 dBFS is the amplitude 1 (32768 of 16-bit samples), for both.
   std::string text() const;
 
  private:
-  int peak_ = 0;
-  double squares_ = 0;  // their sum; exact up to 2^53
-  int64_t count_ = 0;
+  void addOne(double sample);
+
+  double peak_ = 0;
+  double squares_ = 0;  // their sum
+  int64_t count_ = 0, notNumbers_ = 0;
 };
 
 }  // namespace wavtool

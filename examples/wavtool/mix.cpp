@@ -4,7 +4,6 @@
 // to 16 bits once, and saturates there if the mix is too loud.
 #include <CLI/App.hpp>
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <vector>
@@ -14,6 +13,7 @@
 #include "gain.h"
 #include "levels.h"
 #include "library.h"
+#include "stopwatch.h"
 
 namespace wavtool {
 namespace {
@@ -25,11 +25,10 @@ constexpr size_t kBlockFrames = 4096;
 struct Calls {
   const Library& library;
   WAVTOOL_FUNCTION(orpsSet_16s);
-  WAVTOOL_FUNCTION(orpsSet_32s);
   WAVTOOL_FUNCTION(orpsZero_32s);
   WAVTOOL_FUNCTION(orpsMul_16s32s_Sfs);
   WAVTOOL_FUNCTION(orpsAdd_32s_ISfs);
-  WAVTOOL_FUNCTION(orpsDiv_32s16s_Sfs);
+  WAVTOOL_FUNCTION(orpsConvert_32s16s_Sfs);
 };
 
 struct Input {
@@ -43,9 +42,7 @@ struct Input {
 class Mixer {
  public:
   Mixer(const Library& library, size_t capacity)
-      : calls_{library}, factors_(capacity), ones_(capacity), product_(capacity), sum_(capacity), mixed_(capacity) {
-    calls_.orpsSet_32s(1, ones_.data(), static_cast<int>(capacity));
-  }
+      : calls_{library}, factors_(capacity), product_(capacity), sum_(capacity), mixed_(capacity) {}
 
   void begin() { calls_.orpsZero_32s(sum_.data(), static_cast<int>(sum_.size())); }
 
@@ -56,9 +53,9 @@ class Mixer {
     calls_.orpsAdd_32s_ISfs(product_.data(), sum_.data(), len, 0);
   }
 
-  // The first `count` samples of the sum in 16 bits. A division by one narrows with rounding and saturation.
+  // The first `count` samples of the sum in 16 bits.
   std::span<const int16_t> end(size_t count) {
-    calls_.orpsDiv_32s16s_Sfs(ones_.data(), sum_.data(), mixed_.data(), static_cast<int>(count), kFractionBits);
+    calls_.orpsConvert_32s16s_Sfs(sum_.data(), mixed_.data(), static_cast<int>(count), kFractionBits);
     return std::span(mixed_).first(count);
   }
 
@@ -74,9 +71,17 @@ class Mixer {
  private:
   Calls calls_;
   std::vector<int16_t> factors_;
-  std::vector<int32_t> ones_, product_, sum_;
+  std::vector<int32_t> product_, sum_;
   std::vector<int16_t> mixed_;
 };
+
+AudioReader open16BitWav(const std::string& path) {
+  AudioReader audio(path);
+  if (!audio.isWav()) throw Failure(path + " is not a WAV file");
+  if (audio.readsAs() != SampleType::k16s)
+    throw Failure(path + " does not hold 16-bit PCM samples: its samples are " + audio.nameOfSamples());
+  return audio;
+}
 
 std::vector<Input> openInputs(const std::vector<std::string>& words) {
   if (words.size() % 2 != 0) throw Failure("every input needs a gain: mix OUT.wav IN1.wav GAIN1 IN2.wav GAIN2 ...");
@@ -87,7 +92,7 @@ std::vector<Input> openInputs(const std::vector<std::string>& words) {
     loudest += std::abs(gain);
     if (!(loudest <= kMostGain))
       throw Failure("the gains are too large: together they may make a factor of 255 (48 dB)");
-    inputs.push_back({AudioReader(words[i]), words[i + 1], fixedPoint(gain), {}});
+    inputs.push_back({open16BitWav(words[i]), words[i + 1], fixedPoint(gain), {}});
     const AudioReader &first = inputs.front().audio, &audio = inputs.back().audio;
     if (audio.format() != first.format())
       throw Failure(audio.path() + " has " + std::to_string(audio.format().channels) + " channel(s) at " +
@@ -97,16 +102,13 @@ std::vector<Input> openInputs(const std::vector<std::string>& words) {
   return inputs;
 }
 
-using Clock = std::chrono::steady_clock;
-
-double secondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
-
 void mix(const Options& options, const std::string& output, const std::vector<std::string>& words) {
-  const auto start = Clock::now();
+  Stopwatch whole, mixing;
+  whole.start();
   const Library library(options.library);
   std::vector<Input> inputs = openInputs(words);
   const AudioFormat format = inputs.front().audio.format();
-  AudioWriter writer(output, format);
+  AudioWriter writer(output, format, SampleType::k16s);
 
   const size_t capacity = kBlockFrames * static_cast<size_t>(format.channels);
   Mixer mixer(library, capacity);
@@ -114,28 +116,28 @@ void mix(const Options& options, const std::string& output, const std::vector<st
   std::vector<std::span<const int16_t>> samples(inputs.size());
   Level level;
   int64_t total = 0, clipped = 0;
-  double mixing = 0;
   for (;;) {
     size_t count = 0;
     for (size_t i = 0; i < inputs.size(); ++i) {
-      samples[i] = inputs[i].audio.read(blocks[i]);
+      const size_t frames = inputs[i].audio.read(blocks[i].data(), kBlockFrames);
+      samples[i] = std::span(blocks[i]).first(frames * static_cast<size_t>(format.channels));
       inputs[i].level.add(samples[i]);
       count = std::max(count, samples[i].size());
     }
     if (count == 0) break;
-    const auto begin = Clock::now();
+    mixing.start();
     mixer.begin();
     for (size_t i = 0; i < inputs.size(); ++i)
       if (!samples[i].empty()) mixer.add(samples[i], inputs[i].gain);
     const auto mixed = mixer.end(count);
-    mixing += secondsSince(begin);
+    mixing.stop();
     clipped += mixer.clipped(count);
     level.add(mixed);
-    writer.write(mixed);
+    writer.write(mixed.data(), count);
     total += static_cast<int64_t>(count);
   }
   writer.finish();
-  const double whole = secondsSince(start);
+  whole.stop();
 
   const double rate = format.rate, channels = format.channels;
   for (const Input& input : inputs)
@@ -145,9 +147,7 @@ void mix(const Options& options, const std::string& output, const std::vector<st
   std::printf("%s: %.2f s, %d channel(s), %d Hz, %s\n", output.c_str(), length, format.channels, format.rate,
               level.text().c_str());
   std::printf("clipped: %lld of %lld samples\n", static_cast<long long>(clipped), static_cast<long long>(total));
-  std::printf(
-      "speed: mixed in %.3f ms, %.0f times real time; %.3f ms with reading, measuring and writing, %.0f times\n",
-      1e3 * mixing, length / mixing, 1e3 * whole, length / whole);
+  printSpeed("mixed", length, mixing, whole);
 }
 
 }  // namespace

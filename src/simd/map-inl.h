@@ -45,13 +45,14 @@ HWY_INLINE void CopyFew(void* to, const void* from, size_t bytes) {
 }
 #endif
 
-// The first `count` lanes at p, count < Lanes(d); nothing beyond them is touched. The other lanes are zero.
+// The first `count` lanes at p, count <= Lanes(d); nothing beyond them is touched. The other lanes are zero.
 template <class D, class T = hn::TFromD<D>>
 HWY_INLINE hn::Vec<D> LoadFew(D d, const T* p, size_t count) {
 #if HWY_TARGET == HWY_AVX3
   return hn::MaskedLoad(hn::FirstN(d, count), d, p);
 #else
   alignas(HWY_MAX_BYTES) T few[HWY_MAX_BYTES / sizeof(T)] = {};
+  if (count > hn::MaxLanes(d)) __builtin_unreachable();
   CopyFew(few, p, count * sizeof(T));
   return hn::Load(d, few);
 #endif
@@ -86,6 +87,28 @@ struct Vector {
   }
   HWY_INLINE Vector From(size_t i) const { return {p + i}; }
   HWY_INLINE bool IsAt(const void* other) const { return p == other; }
+};
+
+// Notes lanes that a call will warn of, in operations that are called with const.
+template <class T>
+struct Watch {
+  using D = hn::ScalableTag<T>;
+  mutable hn::Mask<D> lanes = hn::MaskFromVec(hn::Zero(D{}));
+
+  HWY_INLINE void Note(hn::Mask<D> mask) const { lanes = hn::Or(lanes, mask); }
+  HWY_INLINE bool Found() const { return !hn::AllFalse(D{}, lanes); }
+};
+
+// A vector whose elements beyond the end are ones, for operations that warn of zeros: those found are the caller's.
+template <class T>
+struct OnesBeyond : Vector<T> {
+  template <size_t count>
+  HWY_INLINE auto LoadFew(size_t few) const {
+    constexpr TagOf<T, count> d;
+    const auto inside = hn::FirstN(d, few * Element<T>::kLanes);
+    return hn::IfThenElse(inside, Vector<T>::template LoadFew<count>(few), hn::Set(d, Lane<T>{1}));
+  }
+  HWY_INLINE OnesBeyond From(size_t i) const { return {Vector<T>::From(i)}; }
 };
 
 template <class T>

@@ -6,11 +6,9 @@
 // apart; for s = -k the bits of n * 2^k count, as far as the result does not saturate.
 #include "orpsp/vector/division.h"
 
-#include <climits>
 #include <type_traits>
 
 #include "frame/entry.h"
-#include "frame/parallel.h"
 #include "simd/targets.h"
 
 #undef HWY_TARGET_INCLUDE
@@ -25,34 +23,10 @@ namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
 
-constexpr int kNever = INT_MAX;  // length from which on a call may use two threads: never
-
-// Divisors are ones beyond the end of the vector, so that zeros found are zeros of the caller.
-template <class T>
-struct Divisors : Vector<T> {
-  template <size_t count>
-  HWY_INLINE auto LoadFew(size_t few) const {
-    constexpr TagOf<T, count> d;
-    const auto inside = hn::FirstN(d, few * Element<T>::kLanes);
-    return hn::IfThenElse(inside, Vector<T>::template LoadFew<count>(few), hn::Set(d, Lane<T>{1}));
-  }
-  HWY_INLINE Divisors From(size_t i) const { return {Vector<T>::From(i)}; }
-};
-
-// Notes zero divisors, in lanes of type W.
-template <class W>
-struct ZeroWatch {
-  using D = hn::ScalableTag<W>;
-  mutable hn::Mask<D> zeros = hn::MaskFromVec(hn::Zero(D{}));
-
-  HWY_INLINE void Note(hn::Mask<D> isZero) const { zeros = hn::Or(zeros, isZero); }
-  HWY_INLINE bool Found() const { return !hn::AllFalse(D{}, zeros); }
-};
-
 // ---- Floating point
 
 template <class T>
-struct RealQuotient : ZeroWatch<T> {
+struct RealQuotient : Watch<T> {
   template <class V>
   HWY_INLINE V operator()(auto d, V divisor, V dividend) const {
     const auto zero = hn::Zero(d);
@@ -90,7 +64,7 @@ struct ComplexFloatQuotient;
 
 // Squares of finite floats neither overflow nor underflow in double.
 template <>
-struct ComplexFloatQuotient<Orp32fc> : ZeroWatch<double> {
+struct ComplexFloatQuotient<Orp32fc> : Watch<double> {
   static constexpr size_t kWorkBytes = sizeof(double);
 
   static HWY_INLINE auto Planes(auto v) {
@@ -119,7 +93,7 @@ struct ComplexFloatQuotient<Orp32fc> : ZeroWatch<double> {
 
 // Both operands are scaled by powers of two to magnitudes near 1, and the quotient back.
 template <>
-struct ComplexFloatQuotient<Orp64fc> : ZeroWatch<double> {
+struct ComplexFloatQuotient<Orp64fc> : Watch<double> {
   template <class V>
   HWY_INLINE V operator()(auto d, V divisor, V dividend) const {
     constexpr hn::RebindToUnsigned<decltype(d)> du;
@@ -159,19 +133,6 @@ using FloatQuotient = std::conditional_t<isComplex<T>, ComplexFloatQuotient<T>, 
 
 // ---- Integers
 
-template <class W, class V>
-HWY_INLINE auto ToWork(V v) {
-  constexpr hn::ScalableTag<W> dw;
-  constexpr hn::Rebind<int32_t, decltype(dw)> di32;
-  if constexpr (sizeof(hn::TFromV<V>) == 4) {
-    return hn::PromoteTo(dw, v);
-  } else if constexpr (sizeof(W) == 4) {
-    return hn::ConvertTo(dw, hn::PromoteTo(di32, v));
-  } else {
-    return hn::PromoteTo(dw, hn::PromoteTo(di32, v));
-  }
-}
-
 // In place of a zero divisor the least normal number: quotients by it saturate, even after any scaling, but for 0.
 template <class V, class M, class W = hn::TFromV<V>>
 HWY_INLINE V NotZero(V divisor, M isZero) {
@@ -179,7 +140,7 @@ HWY_INLINE V NotZero(V divisor, M isZero) {
 }
 
 template <class W, Rounding rounding>
-struct IntegerQuotient : ZeroWatch<W> {
+struct IntegerQuotient : Watch<W> {
   static constexpr size_t kWorkBytes = sizeof(W);
   W unit;  // 2^-scale
 
@@ -193,7 +154,7 @@ struct IntegerQuotient : ZeroWatch<W> {
   }
 };
 
-struct ComplexIntegerQuotient : ZeroWatch<double> {
+struct ComplexIntegerQuotient : Watch<double> {
   static constexpr size_t kWorkBytes = sizeof(double);
   double unit;
 
@@ -307,12 +268,9 @@ bool mapIntegerQuotient(D* dst, size_t len, Below below, Above above, int scale)
   }
 }
 
-// A kernel over the parts of a call; `from` is the length from which on two threads may share it.
 template <int from>
 OrpStatus divideParts(int len, auto kernel) {
-  const auto part = [=](int begin, int count) { return kernel(Size(begin), Size(count)); };
-  const bool zero = len < from ? part(0, len) : forEachPart(len, from, part);
-  return zero ? StsDivByZero : StsOk;
+  return inParts<from>(len, kernel) ? StsDivByZero : StsOk;
 }
 
 // ---- Two vectors
@@ -321,7 +279,7 @@ template <int from, class T>
 OrpStatus divide(const T* pSrc1, const T* pSrc2, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
   return divideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
-    return mapQuotient<FloatQuotient<T>>(pDst + i, count, Divisors<T>{{pSrc1 + i}}, Vector<T>{pSrc2 + i});
+    return mapQuotient<FloatQuotient<T>>(pDst + i, count, OnesBeyond<T>{{pSrc1 + i}}, Vector<T>{pSrc2 + i});
   });
 }
 
@@ -334,7 +292,7 @@ template <int from, Rounding rounding = Rounding::kNearest, class T, class D>
 OrpStatus divideSfs(const T* pSrc1, const T* pSrc2, D* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
   return divideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
-    return mapIntegerQuotient<rounding>(pDst + i, count, Divisors<T>{{pSrc1 + i}}, Vector<T>{pSrc2 + i}, scaleFactor);
+    return mapIntegerQuotient<rounding>(pDst + i, count, OnesBeyond<T>{{pSrc1 + i}}, Vector<T>{pSrc2 + i}, scaleFactor);
   });
 }
 
@@ -413,7 +371,7 @@ template <int from, class T>
 OrpStatus divideConstant(const T* pSrc, T val, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   return divideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
-    const Divisors<T> divisors{{pSrc + i}};
+    const OnesBeyond<T> divisors{{pSrc + i}};
     if constexpr (isFloat<T>) {
       return mapQuotient<FloatQuotient<T>>(pDst + i, count, divisors, Constant<T>{val});
     } else {

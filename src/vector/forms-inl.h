@@ -14,7 +14,10 @@
 #define ORPSP_VECTOR_FORMS_INL_H_
 #endif
 
+#include <climits>
+
 #include "frame/check.h"
+#include "frame/parallel.h"
 #include "simd/integer-inl.h"
 #include "simd/map-inl.h"
 
@@ -77,6 +80,18 @@ HWY_NOINLINE OrpStatus mapScaled(int scale, TD* dst, size_t len, S... src) {
     Map(typename Op::Rounded{scale}, dst, len, src...);
   }
   return StsOk;
+}
+
+// ---- Threads
+
+inline constexpr int kNever = INT_MAX;  // length from which on a call may use two threads: never
+
+// kernel(begin, count) over the parts of a call; `from` is the length from which on two threads may share it. True if
+// any part answers so.
+template <int from>
+bool inParts(int len, auto kernel) {
+  const auto part = [=](int begin, int count) { return kernel(Size(begin), Size(count)); };
+  return len < from ? part(0, len) : forEachPart(len, from, part);
 }
 
 // ---- Two vectors

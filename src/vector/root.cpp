@@ -1,20 +1,380 @@
 // Sqrt and Magnitude.
+#include "frame/entry.h"
 #include "orpsp/vector/complex.h"
 #include "orpsp/vector/elementary.h"
-
-#include "frame/entry.h"
 #include "simd/targets.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "vector/root.cpp"
 #include <hwy/foreach_target.h>
 
+#include "simd/complex-inl.h"
+#include "simd/maths-inl.h"
+#include "simd/round-inl.h"
+#include "vector/exact-inl.h"
 #include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
 namespace HWY_NAMESPACE {
-namespace {}  // namespace
+namespace {
+
+// ---- Real roots
+
+template <class T>
+struct Root : Watch<T> {
+  HWY_INLINE auto operator()(auto d, auto v) const {
+    this->Note(hn::Lt(v, hn::Zero(d)));
+    return hn::Sqrt(v);  // of a negative number the instruction makes the NaN that is documented
+  }
+};
+
+// Of integers n < 2^32, exact in W as they are. A root times 2^-s is a tie or differs from the next one by more than
+// 1 / (8 y^2) of itself, y being the result: double knows the difference, and float for y < 2^10.
+template <class W>
+struct IntegerRoot : Watch<W> {
+  static constexpr size_t kWorkBytes = sizeof(W);
+  W unit;
+
+  HWY_INLINE auto operator()(auto d, auto v) const {
+    constexpr hn::ScalableTag<W> dw;
+    const auto x = ToWork<W>(v);
+    if constexpr (std::is_signed_v<hn::TFromV<decltype(v)>>) this->Note(hn::Lt(x, hn::Zero(dw)));
+    const auto root = hn::Sqrt(hn::Max(x, hn::Zero(dw)));
+    return RoundTo<Rounding::kNearest>(d, hn::Mul(root, hn::Set(dw, unit)));
+  }
+};
+
+// sqrt(n) * 2^-scale for n up to 2^63 as lanes of 64 bits, rounded, as double; from 2^32 on it saturates.
+template <class V>
+HWY_INLINE Doubles RoundedRootOf64(V n, int scale, double unit) {
+  constexpr hn::ScalableTag<double> dw;
+  constexpr hn::RebindToSigned<hn::DFromV<V>> di;
+  const auto bits = hn::BitCast(di, n);
+  const auto x = hn::Abs(hn::ConvertTo(dw, bits));  // the greatest unsigned one, 2^63, comes out negative
+  const auto exact = [scale](double lane, double) { return roundedRoot(__builtin_bit_cast(uint64_t, lane), scale); };
+  return RoundedExactly(hn::Mul(hn::Sqrt(x), hn::Set(dw, unit)), 0x1p32, 0x1p-19, exact, hn::BitCast(dw, bits));
+}
+
+// Of signed 64 bits, for results below 2^32.
+struct LongRoot : Watch<double> {
+  static constexpr size_t kWorkBytes = sizeof(double);
+  int scale;
+  double unit;
+
+  template <class V>
+  HWY_INLINE auto operator()(auto d, V v) const {
+    constexpr hn::DFromV<V> dn;
+    const auto isNegative = hn::Lt(v, hn::Zero(dn));
+    Note(hn::RebindMask(hn::ScalableTag<double>{}, isNegative));
+    const auto rounded = RoundedRootOf64(hn::IfThenZeroElse(isNegative, v), scale, unit);
+    if constexpr (sizeof(hn::TFromD<decltype(d)>) == 8) {
+      return hn::ConvertTo(d, rounded);
+    } else {
+      return RoundTo<Rounding::kNearest>(d, rounded);
+    }
+  }
+};
+
+template <class Op, class D, class S, class... Constants>
+HWY_NOINLINE bool mapRoot(D* dst, size_t len, S source, Constants... constants) {
+  const Op op{{}, constants...};
+  Map(op, dst, len, source);
+  return op.Found();
+}
+
+// ---- Complex roots: with w = sqrt((|z| + |re z|) / 2) the principal root is w + i im z / 2w, or its parts change
+// places where re z < 0
+
+template <class V>
+struct RootParts {
+  V larger, smaller;  // magnitudes
+};
+
+template <class D, class V>
+HWY_INLINE RootParts<V> ComplexRoot(D d, V re, V im) {
+  const auto a = hn::Abs(re), b = hn::Abs(im), half = hn::Set(d, 0.5);
+  const auto norm = hn::Sqrt(hn::Add(hn::Mul(a, a), hn::Mul(b, b)));
+  const auto larger = hn::Sqrt(hn::Mul(hn::Add(norm, a), half));
+  const auto isZero = hn::Eq(larger, hn::Zero(d));
+  return {larger, hn::IfThenZeroElse(isZero, hn::Mul(hn::Div(b, larger), half))};
+}
+
+// The parts in their places, with the sign of the imaginary part.
+template <class V>
+HWY_INLINE Parts<V> InPlace(V re, V im, RootParts<V> root) {
+  constexpr hn::DFromV<V> d;
+  const auto isLeft = hn::Lt(re, hn::Zero(d));
+  return {hn::IfThenElse(isLeft, root.smaller, root.larger),
+          hn::CopySign(hn::IfThenElse(isLeft, root.larger, root.smaller), im)};
+}
+
+// Infinities and NaN: an infinite imaginary part makes both parts infinite, an infinite real one the part on its axis.
+template <class V>
+HWY_NOINLINE Parts<V> RootOfSpecial(V re, V im, Parts<V> root) {
+  constexpr hn::DFromV<V> d;
+  const auto infinity = hn::Set(d, kInfinity<double>), zero = hn::Zero(d);
+  const auto isInfinite = hn::Eq(hn::Abs(re), infinity), hasNumber = hn::Eq(im, im);
+  const auto isLeft = hn::Lt(re, zero);
+  const auto onAxis = hn::And(isInfinite, hasNumber);
+  root.re = hn::IfThenElse(onAxis, hn::IfThenElse(isLeft, zero, infinity), root.re);
+  root.im = hn::IfThenElse(onAxis, hn::CopySign(hn::IfThenElse(isLeft, infinity, zero), im), root.im);
+  // (infinity, NaN) keeps its infinity, on the axis where it belongs.
+  const auto alone = hn::AndNot(hasNumber, isInfinite);
+  root.re = hn::IfThenElse(alone, hn::IfThenElse(isLeft, im, infinity), root.re);
+  root.im = hn::IfThenElse(alone, hn::IfThenElse(isLeft, infinity, im), root.im);
+  const auto both = hn::Eq(hn::Abs(im), infinity);
+  return {hn::IfThenElse(both, infinity, root.re), hn::IfThenElse(both, im, root.im)};
+}
+
+struct ComplexFloatRoot {
+  template <class V>
+  static HWY_INLINE Parts<V> InDouble(V re, V im) {
+    constexpr hn::ScalableTag<double> d;
+    const auto root = InPlace(re, im, ComplexRoot(d, re, im));
+    const auto least = hn::Set(d, kInfinity<double>);
+    const auto finite = hn::And(hn::Lt(hn::Abs(re), least), hn::Lt(hn::Abs(im), least));
+    return HWY_LIKELY(hn::AllTrue(d, finite)) ? root : RootOfSpecial(re, im, root);
+  }
+  // Squares of floats neither overflow nor underflow in double.
+  template <class V>
+  HWY_INLINE Parts<V> operator()(auto d, Parts<V> z) const {
+    if constexpr (std::is_same_v<hn::TFromV<V>, float>) {
+      const auto lower = InDouble(LowerDoubles(d, z.re), LowerDoubles(d, z.im));
+      const auto upper = InDouble(UpperDoubles(d, z.re), UpperDoubles(d, z.im));
+      return {FromDoubles(d, lower.re, upper.re), FromDoubles(d, lower.im, upper.im)};
+    } else {
+      const auto larger = hn::Max(hn::Abs(z.re), hn::Abs(z.im));
+      const auto usual = hn::And(hn::Ge(larger, hn::Set(d, 0x1p-400)), hn::Le(larger, hn::Set(d, 0x1p400)));
+      if (HWY_LIKELY(hn::AllTrue(d, usual))) return InDouble(z.re, z.im);
+      return Scaled(z);
+    }
+  }
+  // By 2^600 or 2^-600, whose roots are powers of two as well.
+  template <class V>
+  static HWY_NOINLINE Parts<V> Scaled(Parts<V> z) {
+    constexpr hn::DFromV<V> d;
+    const auto larger = hn::Max(hn::Abs(z.re), hn::Abs(z.im));
+    const auto isLarge = hn::Gt(larger, hn::Set(d, 0x1p400)), isSmall = hn::Lt(larger, hn::Set(d, 0x1p-400));
+    const auto choose = [=](double large, double small) HWY_ATTR {
+      return hn::IfThenElse(isLarge, hn::Set(d, large), hn::IfThenElse(isSmall, hn::Set(d, small), hn::Set(d, 1.0)));
+    };
+    const auto by = choose(0x1p-700, 0x1p700), back = choose(0x1p350, 0x1p-350);
+    const auto root = InDouble(hn::Mul(z.re, by), hn::Mul(z.im, by));
+    // What scaling down has made zero of the smaller part is not lost: im / 2w.
+    const auto direct = hn::Mul(hn::Div(z.im, hn::Mul(root.re, back)), hn::Set(d, 0.5));
+    const auto isRight =
+        hn::And(isLarge, hn::And(hn::Ge(z.re, hn::Abs(z.im)), hn::Lt(z.re, hn::Set(d, kInfinity<double>))));
+    return {hn::Mul(root.re, back), hn::IfThenElse(isRight, direct, hn::Mul(root.im, back))};
+  }
+};
+
+struct ComplexIntegerRoot {
+  static constexpr size_t kWorkBytes = sizeof(double);
+  int scale;
+  double unit;
+
+  HWY_INLINE auto operator()(auto d, auto v) const {
+    constexpr hn::ScalableTag<double> dw;
+    constexpr hn::Rebind<int32_t, decltype(dw)> di32;
+    const auto pairs = hn::BitCast(di32, v);
+    const auto re = hn::PromoteTo(dw, hn::ShiftRight<16>(hn::ShiftLeft<16>(pairs)));
+    const auto im = hn::PromoteTo(dw, hn::ShiftRight<16>(pairs));
+    const auto root = InPlace(re, im, ComplexRoot(dw, re, im));
+    const auto low = hn::And(hn::DemoteTo(di32, Rounded(re, im, root.re)), hn::Set(di32, 0xFFFF));
+    return hn::BitCast(d, hn::Or(low, hn::ShiftLeft<16>(hn::DemoteTo(di32, Rounded(hn::Neg(re), im, root.im)))));
+  }
+
+  // The part whose square is (|z| + a) / 2, rounded and saturated.
+  HWY_INLINE Doubles Rounded(Doubles a, Doubles b, Doubles part) const {
+    constexpr hn::ScalableTag<double> dw;
+    const auto exact = [this](double aLane, double bLane, double below) {
+      return roundedHalfAngleRoot(static_cast<int>(aLane), static_cast<int>(bLane), scale, static_cast<int64_t>(below));
+    };
+    const auto value = hn::Mul(hn::Abs(part), hn::Set(dw, unit));
+    const auto rounded = RoundedExactly(value, 32768.0, 0x1p-30, exact, a, b);
+    return hn::Min(hn::CopySign(rounded, part), hn::Set(dw, 32767.0));
+  }
+};
+
+// ---- Magnitudes
+
+struct FloatMagnitude {
+  HWY_INLINE auto operator()(auto d, auto re, auto im) const { return Hypot(d, re, im); }
+  HWY_INLINE auto operator()(auto d, auto parts) const { return Hypot(d, parts.re, parts.im); }
+};
+
+struct Magnitude16ToFloat {
+  HWY_INLINE auto operator()(auto d, auto... parts) const { return hn::Sqrt(FloatSumOfSquares(d, parts...)); }
+};
+
+struct RootOfSum {
+  double unit;
+
+  template <class V>
+  HWY_INLINE V Finished(V sum) const {
+    constexpr hn::DFromV<V> d;
+    constexpr hn::Half<decltype(d)> dh;
+    constexpr hn::RepartitionToWide<hn::Rebind<float, decltype(d)>> dw;
+    const auto rounded = [=, this](auto n) HWY_ATTR {
+      const auto root = hn::Mul(hn::Sqrt(hn::Abs(hn::PromoteTo(dw, n))), hn::Set(dw, unit));
+      return hn::DemoteTo(dh, hn::Round(hn::Min(root, hn::Set(dw, 32767.0))));
+    };
+    return hn::Combine(d, rounded(hn::UpperHalf(dh, sum)), rounded(hn::LowerHalf(dh, sum)));
+  }
+};
+
+using Magnitude16 = OfSumsOfSquares<RootOfSum>;
+
+struct Magnitude32 {
+  int scale;
+  double unit;
+
+  HWY_INLINE auto operator()(auto d, auto pairs) const {
+    constexpr hn::RepartitionToWide<hn::DFromV<decltype(pairs)>> dn;
+    const auto odd = OddLanes(pairs);
+    const auto sum = hn::Add(hn::MulEven(pairs, pairs), hn::MulEven(odd, odd));
+    return RoundTo<Rounding::kNearest>(
+        d, RoundedRootOf64(hn::BitCast(hn::RebindToUnsigned<decltype(dn)>{}, sum), scale, unit));
+  }
+};
+
+template <class Op, class D, class... S>
+HWY_NOINLINE bool mapMagnitude(const Op& op, D* dst, size_t len, S... source) {
+  Map(op, dst, len, source...);
+  return false;
+}
+
+// ---- Forms
+
+template <int from, class T>
+OrpStatus root(const T* pSrc, T* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  const bool negative = inParts<from>(
+      len, [=](size_t i, size_t count) HWY_ATTR { return mapRoot<Root<T>>(pDst + i, count, Vector<T>{pSrc + i}); });
+  return negative ? StsDomain : StsOk;
+}
+
+template <int from, class T>
+OrpStatus rootInPlace(T* pSrcDst, int len) {
+  return root<from>(static_cast<const T*>(pSrcDst), pSrcDst, len);
+}
+
+template <int from, class T, class D>
+OrpStatus rootSfs(const T* pSrc, D* pDst, int len, int scaleFactor) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  const double unit = UnitOfScale(scaleFactor);
+  const bool negative = inParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
+    const Vector<T> source{pSrc + i};
+    if constexpr (sizeof(T) == 8) {
+      return mapRoot<LongRoot>(pDst + i, count, source, scaleFactor, unit);
+    } else {
+      if constexpr (sizeof(T) <= 2) {
+        if (sizeof(T) == 1 || scaleFactor >= -1)
+          return mapRoot<IntegerRoot<float>>(pDst + i, count, source, static_cast<float>(unit));
+      }
+      return mapRoot<IntegerRoot<double>>(pDst + i, count, source, unit);
+    }
+  });
+  return negative ? StsDomain : StsOk;
+}
+
+template <int from, class T>
+OrpStatus rootInPlaceSfs(T* pSrcDst, int len, int scaleFactor) {
+  return rootSfs<from>(static_cast<const T*>(pSrcDst), pSrcDst, len, scaleFactor);
+}
+
+// 64-bit roots scaled up need more than double precision.
+OrpStatus longRootSfs(const Orp64s* pSrc, Orp64s* pDst, int len, int scaleFactor) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  if (scaleFactor >= 0) return rootSfs<kNever>(pSrc, pDst, len, scaleFactor);
+  bool negative = false;
+  for (size_t i = 0; i < Size(len); ++i) {
+    const Orp64s n = get(pSrc + i);
+    negative |= n < 0;
+    put(pDst + i, Orp64s{n < 0 ? 0 : roundedRoot(static_cast<uint64_t>(n), scaleFactor)});
+  }
+  return negative ? StsDomain : StsOk;
+}
+
+OrpStatus longRootInPlaceSfs(Orp64s* pSrcDst, int len, int scaleFactor) {
+  return longRootSfs(pSrcDst, pSrcDst, len, scaleFactor);
+}
+
+template <int from, class T>
+OrpStatus complexRoot(const T* pSrc, T* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  inParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
+    MapParts(ComplexFloatRoot{}, IntoPairs<T>{pDst + i}, count, Planes<T>{pSrc + i});
+    return false;
+  });
+  return StsOk;
+}
+
+template <int from, class T>
+OrpStatus complexRootInPlace(T* pSrcDst, int len) {
+  return complexRoot<from>(static_cast<const T*>(pSrcDst), pSrcDst, len);
+}
+
+template <int from>
+OrpStatus complexRootSfs(const Orp16sc* pSrc, Orp16sc* pDst, int len, int scaleFactor) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  const ComplexIntegerRoot op{scaleFactor, UnitOfScale(scaleFactor)};
+  inParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
+    Map(op, pDst + i, count, Vector<Orp16sc>{pSrc + i});
+    return false;
+  });
+  return StsOk;
+}
+
+template <int from>
+OrpStatus complexRootInPlaceSfs(Orp16sc* pSrcDst, int len, int scaleFactor) {
+  return complexRootSfs<from>(pSrcDst, pSrcDst, len, scaleFactor);
+}
+
+template <class Op, int from, class T, class D>
+OrpStatus magnitude(const T* pSrcRe, const T* pSrcIm, D* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrcRe, pSrcIm, pDst);
+  inParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
+    return mapMagnitude(Op{}, pDst + i, count, Vector<T>{pSrcRe + i}, Vector<T>{pSrcIm + i});
+  });
+  return StsOk;
+}
+
+template <class Op, int from, class T, class D>
+OrpStatus magnitude(const T* pSrc, D* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  using Source = std::conditional_t<isFloat<T>, Planes<T>, Vector<T>>;
+  inParts<from>(len,
+                [=](size_t i, size_t count) HWY_ATTR { return mapMagnitude(Op{}, pDst + i, count, Source{pSrc + i}); });
+  return StsOk;
+}
+
+template <int from>
+OrpStatus magnitudeSfs(const Orp16s* pSrcRe, const Orp16s* pSrcIm, Orp16s* pDst, int len, int scaleFactor) {
+  ORPS_CHECK_VECTOR(len, pSrcRe, pSrcIm, pDst);
+  const Magnitude16 op{{UnitOfScale(scaleFactor)}};
+  inParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
+    return mapMagnitude(op, pDst + i, count, Vector<Orp16s>{pSrcRe + i}, Vector<Orp16s>{pSrcIm + i});
+  });
+  return StsOk;
+}
+
+template <int from, class T, class D>
+OrpStatus magnitudeSfs(const T* pSrc, D* pDst, int len, int scaleFactor) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  inParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
+    const Vector<T> source{pSrc + i};
+    if constexpr (sizeof(T) == 4) {
+      return mapMagnitude(Magnitude16{{UnitOfScale(scaleFactor)}}, pDst + i, count, source);
+    } else {
+      return mapMagnitude(Magnitude32{scaleFactor, UnitOfScale(scaleFactor)}, pDst + i, count, source);
+    }
+  });
+  return StsOk;
+}
+
+}  // namespace
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp
 HWY_AFTER_NAMESPACE();

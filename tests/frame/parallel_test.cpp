@@ -1,8 +1,11 @@
-// The divisions that may use two threads: from which length, and with the results and warnings of one thread.
+// The calls that may use two threads: from which length on, and with the results and warnings of one thread.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <atomic>
+#include <memory>
+#include <stdexcept>
+#include <string>
 #include <string_view>
 #include <thread>
 #include <vector>
@@ -20,62 +23,139 @@
 namespace orptest {
 namespace {
 
-// The divisions that use a second thread, and from which length on.
+// The calls that use a second thread, and from which length on.
 struct Shared {
-  Export division;
+  const char* name;
   int threshold;
+
+  const Export& exported() const {
+    for (const Export& each : vectorExports())
+      if (std::string_view(name) == each.name) return each;
+    throw std::runtime_error(std::string(name) + " is in no table");
+  }
 };
 
-const std::vector<Shared>& sharedDivisions() {
-#define DIVISION(name) describe(#name, &::name)
-  static const std::vector<Shared> all = {
-      {DIVISION(orpsDiv_16sc_Sfs), 256},   {DIVISION(orpsDiv_Round_8u_Sfs), 512},
-      {DIVISION(orpsDiv_8u_Sfs), 1024},    {DIVISION(orpsDiv_16s_Sfs), 1024},
-      {DIVISION(orpsDiv_32s_Sfs), 1024},   {DIVISION(orpsDiv_32s16s_Sfs), 1024},
-      {DIVISION(orpsDiv_32fc), 1024},      {DIVISION(orpsDiv_64f), 1024},
-      {DIVISION(orpsDiv_64fc), 1024},      {DIVISION(orpsDiv_Round_16u_Sfs), 1024},
-      {DIVISION(orpsDivC_16sc_Sfs), 1024}, {DIVISION(orpsDivCRev_16u), 2048},
-      {DIVISION(orpsDivC_8u_Sfs), 4096},   {DIVISION(orpsDivC_16s_Sfs), 4096},
-      {DIVISION(orpsDivCRev_32f), 4096},   {DIVISION(orpsDiv_32f), 4096},
-      {DIVISION(orpsDiv_32f_I), 4096},
-  };
-#undef DIVISION
-  return all;
+constexpr Shared kShared[] = {
+    {"orpsSqrt_64fc", 64},
+    {"orpsSqrt_64fc_I", 64},
+    {"orpsDiv_16sc_Sfs", 256},
+    {"orpsMagnitude_32sc_Sfs", 256},
+    {"orpsMagnitude_64f", 256},
+    {"orpsMagnitude_64fc", 256},
+    {"orpsSqrt_16sc_Sfs", 256},
+    {"orpsSqrt_16sc_ISfs", 256},
+    {"orpsDiv_Round_8u_Sfs", 512},
+    {"orpsSqrt_32fc", 512},
+    {"orpsSqrt_32fc_I", 512},
+    {"orpsSqrt_64f", 512},
+    {"orpsSqrt_64f_I", 512},
+    {"orpsSqrt_64s16s_Sfs", 512},
+    {"orpsThreshold_LTInv_64fc", 512},
+    {"orpsThreshold_LTInv_64fc_I", 512},
+    {"orpsDivC_16sc_Sfs", 1024},
+    {"orpsDiv_16s_Sfs", 1024},
+    {"orpsDiv_32fc", 1024},
+    {"orpsDiv_32s16s_Sfs", 1024},
+    {"orpsDiv_32s_Sfs", 1024},
+    {"orpsDiv_64f", 1024},
+    {"orpsDiv_64fc", 1024},
+    {"orpsDiv_8u_Sfs", 1024},
+    {"orpsDiv_Round_16u_Sfs", 1024},
+    {"orpsSqrt_32s16s_Sfs", 1024},
+    {"orpsDivCRev_16u", 2048},
+    {"orpsMagnitude_16s32f", 2048},
+    {"orpsMagnitude_16s_Sfs", 2048},
+    {"orpsMagnitude_16sc_Sfs", 2048},
+    {"orpsMagnitude_32fc", 2048},
+    {"orpsSqrt_16s_Sfs", 2048},
+    {"orpsSqrt_16s_ISfs", 2048},
+    {"orpsSqrt_16u_Sfs", 2048},
+    {"orpsSqrt_16u_ISfs", 2048},
+    {"orpsSqrt_8u_Sfs", 2048},
+    {"orpsSqrt_8u_ISfs", 2048},
+    {"orpsThreshold_LTInv_32fc", 2048},
+    {"orpsThreshold_LTInv_32fc_I", 2048},
+    {"orpsThreshold_LTInv_64f", 2048},
+    {"orpsThreshold_LTInv_64f_I", 2048},
+    {"orpsDivCRev_32f", 4096},
+    {"orpsDivC_16s_Sfs", 4096},
+    {"orpsDivC_8u_Sfs", 4096},
+    {"orpsDiv_32f", 4096},
+    {"orpsDiv_32f_I", 4096},
+    {"orpsMagnitude_16sc32f", 4096},
+    {"orpsMagnitude_32f", 4096},
+    {"orpsSqrt_32f", 4096},
+    {"orpsSqrt_32f_I", 4096},
+    {"orpsThreshold_LTInv_32f", 8192},
+    {"orpsThreshold_LTInv_32f_I", 8192},
+};
+
+// What one element of the first source makes of a call whose other elements are 1.
+enum class Element { one, zero, negative };
+struct Warning {
+  OrpStatus status;
+  Element element;
+  int extra;
+};
+
+Warning warningOf(std::string_view name) {
+  const auto isOf = [&](const char* operation) { return name.starts_with(operation); };
+  const bool hasSign = name.find("c") == std::string_view::npos && name.find("u") == std::string_view::npos;
+  if (isOf("orpsDiv") && !isOf("orpsDivC_")) return {StsDivByZero, Element::zero, kExtras[0]};
+  if (isOf("orpsThreshold_LTInv_")) return {StsDivByZero, Element::zero, 0};  // level 0
+  if (isOf("orpsSqrt_") && hasSign) return {StsDomain, Element::negative, kExtras[0]};
+  return {StsOk, Element::one, kExtras[0]};
 }
 
-bool dividesByVector(std::string_view name) { return !name.starts_with("orpsDivC_"); }
+// The status of a call of ones, but for the element `at` of the first source, unless it is -1.
+OrpStatus statusWith(const Export& each, int len, const Warning& warning, int at) {
+  std::vector<std::unique_ptr<AnyArray>> arrays;
+  std::vector<Slot> slots(each.parameters.size());
+  for (size_t i = 0; i < slots.size(); ++i) {
+    const Parameter& parameter = each.parameters[i];
+    slots[i].number = i == each.length() ? len : warning.extra;
+    if (!parameter.element) continue;
+    arrays.push_back(parameter.makeArray(static_cast<size_t>(len), 0));
+    arrays.back()->fillWithOnes();
+    slots[i].pointer = arrays.back()->data();
+  }
+  if (at >= 0 && warning.element == Element::zero) arrays.front()->clear(static_cast<size_t>(at));
+  if (at >= 0 && warning.element == Element::negative) {
+    const size_t bytes = each.parameters.front().elementBytes;
+    static_cast<unsigned char*>(arrays.front()->data())[static_cast<size_t>(at + 1) * bytes - 1] |= 0x80;  // the sign
+  }
+  return each.invoke(each.function, slots.data());
+}
 
-TEST(SharedDivision, WarnsOfAZeroDivisorInAnyPart) {
-  for (const auto& [division, threshold] : sharedDivisions()) {
-    if (!dividesByVector(division.name)) continue;
-    for (const Length& len : lengthsAroundThreshold(threshold)) {
-      SCOPED_TRACE(testing::Message() << division.name << ", " << len);
+TEST(Parallel, AnyPartMayWarn) {
+  for (const Shared& shared : kShared) {
+    const Warning warning = warningOf(shared.name);
+    if (warning.status == StsOk) continue;
+    for (const Length& len : lengthsAroundThreshold(shared.threshold)) {
+      SCOPED_TRACE(testing::Message() << shared.name << ", " << len);
       for (const int threads : {1, 2}) {
         orpSetNumThreads(threads);
-        for (const int zeroAt : {-1, 0, len.value / 2, len.value - 1}) {
-          Call call(division, len.value);
-          call.fillWithOnes();
-          if (zeroAt >= 0) call.clearInFirstSource(zeroAt);  // the divisor
-          EXPECT_EQ(zeroAt >= 0 ? StsDivByZero : StsOk, call()) << threads << " threads, zero at " << zeroAt;
-        }
+        for (const int at : {-1, 0, len.value / 2, len.value - 1})
+          EXPECT_EQ(at >= 0 ? warning.status : StsOk, statusWith(shared.exported(), len.value, warning, at))
+              << threads << " threads, at " << at;
       }
     }
   }
   orpSetNumThreads(1);
 }
 
-TEST(SharedDivision, GivesTheBitsOfOneThread) {
-  for (const auto& [division, threshold] : sharedDivisions()) {
-    for (const Length& len : lengthsAroundThreshold(threshold)) {
-      SCOPED_TRACE(testing::Message() << division.name << ", " << len);
-      Call alone(division, len.value), shared(division, len.value);
+TEST(Parallel, GivesTheBitsOfOneThread) {
+  for (const Shared& shared : kShared) {
+    for (const Length& len : lengthsAroundThreshold(shared.threshold)) {
+      SCOPED_TRACE(testing::Message() << shared.name << ", " << len);
+      Call alone(shared.exported(), len.value), together(shared.exported(), len.value);
       alone.fill(4, Values::mixed);
-      shared.fill(4, Values::mixed);
+      together.fill(4, Values::mixed);
       orpSetNumThreads(1);
       const OrpStatus status = alone();
       orpSetNumThreads(2);
-      EXPECT_EQ(status, shared());
-      EXPECT_EQ(kSame, firstDifference(alone, shared));
+      EXPECT_EQ(status, together());
+      EXPECT_EQ(kSame, firstDifference(alone, together));
     }
   }
   orpSetNumThreads(1);
@@ -97,24 +177,23 @@ int threadsStartedBy(Call& call) {
   return started;
 }
 
-TEST(SharedDivision, UsesTheSecondThreadFromItsThresholdOn) {
+TEST(Parallel, UsesTheSecondThreadFromTheThresholdOn) {
   orpSetNumThreads(2);
-  for (const auto& [division, threshold] : sharedDivisions()) {
-    Call below(division, threshold - 1), at(division, threshold);
+  for (const Shared& shared : kShared) {
+    Call below(shared.exported(), shared.threshold - 1), at(shared.exported(), shared.threshold);
     below.fillWithOnes();
     at.fillWithOnes();
-    EXPECT_EQ(0, threadsStartedBy(below)) << division.name << ", threshold - 1";
-    EXPECT_EQ(1, threadsStartedBy(at)) << division.name << ", threshold";
+    EXPECT_EQ(0, threadsStartedBy(below)) << shared.name << ", threshold - 1";
+    EXPECT_EQ(1, threadsStartedBy(at)) << shared.name << ", threshold";
   }
   orpSetNumThreads(1);
 }
 
-TEST(SharedDivision, IsTheOnlyUserOfASecondThread) {
+TEST(Parallel, NoOtherCallUsesASecondThread) {
   orpSetNumThreads(2);
   for (const Export& each : vectorExports()) {
-    const auto& shared = sharedDivisions();
-    const auto isThis = [&](const Shared& division) { return division.division.function == each.function; };
-    if (std::any_of(shared.begin(), shared.end(), isThis)) continue;
+    const auto isThis = [&](const Shared& shared) { return std::string_view(shared.name) == each.name; };
+    if (std::any_of(std::begin(kShared), std::end(kShared), isThis)) continue;
     Call call(each, 20'000);
     call.fillWithOnes();
     EXPECT_EQ(0, threadsStartedBy(call)) << each.name;

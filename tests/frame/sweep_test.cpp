@@ -69,18 +69,17 @@ TEST(Sweep, ResultsDoNotDependOnAddresses) {
   });
 }
 
-TEST(Sweep, SourcesMayBeTheDestination) {
+TEST(Sweep, SourcesMayBeDestinations) {
   forEachExtra([](const Export& each, int extra) {
     for (const Length& len : lengthsAroundWidths(each.itemBytes())) {
-      const unsigned aliasable = Call(each, len.value, extra).aliasable();
-      for (unsigned sources = 1; sources <= aliasable; ++sources) {
-        if (sources & ~aliasable) continue;
-        Call separate(each, len.value, extra), aliased(each, len.value, extra);
-        separate.fill(2, Values::mixed, sources);
-        aliased.fill(2, Values::mixed, sources);
-        aliased.alias(sources);
-        EXPECT_EQ(separate(), aliased()) << len << ", sources " << sources;
-        EXPECT_EQ(kSame, firstDifference(separate, aliased)) << len << ", sources " << sources;
+      for (const Sharing& sharing : Call(each, len.value, extra).sharings()) {
+        Call separate(each, len.value, extra), shared(each, len.value, extra);
+        separate.fill(2, Values::mixed, sharing);
+        shared.fill(2, Values::mixed, sharing);
+        shared.share(sharing);
+        EXPECT_EQ(separate(), shared()) << len << ", arrays of the sources: " << testing::PrintToString(sharing);
+        EXPECT_EQ(kSame, firstDifference(separate, shared))
+            << len << ", arrays of the sources: " << testing::PrintToString(sharing);
       }
     }
   });

@@ -29,6 +29,8 @@ template <class T>
 T elementOf(int number) {
   if constexpr (std::is_arithmetic_v<T>) {
     return static_cast<T>(number);
+  } else if constexpr (kParts<T> == 1) {
+    return T{static_cast<Part<T>>(number)};
   } else {
     return T{static_cast<Part<T>>(number), static_cast<Part<T>>(1 - number)};
   }

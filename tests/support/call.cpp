@@ -1,6 +1,7 @@
 #include "support/call.h"
 
 #include <algorithm>
+#include <cctype>
 #include <string_view>
 
 namespace orptest {
@@ -10,7 +11,12 @@ size_t Export::arrays() const {
       std::count_if(parameters.begin(), parameters.end(), [](const Parameter& p) { return p.element != nullptr; }));
 }
 
-size_t Export::destination() const {
+size_t Export::sources() const {
+  return static_cast<size_t>(std::count_if(parameters.begin(), parameters.end(),
+                                           [](const Parameter& p) { return p.element != nullptr && p.isSource; }));
+}
+
+size_t Export::lastArray() const {
   size_t last = parameters.size() - 1;
   while (!parameters[last].element) --last;
   return last;
@@ -18,7 +24,15 @@ size_t Export::destination() const {
 
 bool Export::hasBitStrings() const { return std::string_view(name).find("_1u") != std::string_view::npos; }
 
-size_t Export::length() const { return hasBitStrings() ? parameters.size() - 1 : destination() + 1; }
+size_t Export::length() const { return hasBitStrings() ? parameters.size() - 1 : lastArray() + 1; }
+
+int Export::further(size_t i, int extra) const {
+  constexpr std::string_view kThreshold = "orpsThreshold_";
+  const std::string_view text = name;
+  const bool isGeneric = text.starts_with(kThreshold) && std::isdigit(text[kThreshold.size()]);
+  const bool isRelation = isGeneric && i + 1 == parameters.size();
+  return isRelation && extra == kExtras[0] ? 4 : extra;  // greater-than; another extra is 0, less-than
+}
 
 Call::Call(const Export& description, int len, int extra, size_t misalignment)
     : export_(description), slots_(description.parameters.size()) {
@@ -27,14 +41,15 @@ Call::Call(const Export& description, int len, int extra, size_t misalignment)
     const Parameter& parameter = export_.parameters[i];
     if (parameter.element) {
       const size_t displacement = misalignment == 0 ? 0 : misalignment + 2 * i;
+      EXPECT_EQ(arrays_.size() < export_.sources(), parameter.isSource) << export_.name << " is of another shape";
       arrays_.push_back(parameter.makeArray(static_cast<size_t>(elements), displacement));
       places_.push_back(i);
       slots_[i].pointer = arrays_.back()->data();
-      EXPECT_EQ(i != export_.destination(), parameter.isSource) << export_.name << " is of another shape";
     } else {
-      slots_[i].number = i == export_.length() ? len : extra;
+      slots_[i].number = i == export_.length() ? len : export_.further(i, extra);
     }
   }
+  EXPECT_LT(export_.sources(), arrays_.size()) << export_.name << " has no destination";
 }
 
 void Call::setNull(size_t k) {
@@ -42,10 +57,10 @@ void Call::setNull(size_t k) {
     slots_[places_[i]].pointer = i == k || k == arrays_.size() ? nullptr : arrays_[i]->data();
 }
 
-void Call::fill(uint64_t stream, Values values, unsigned shared) {
+void Call::fill(uint64_t stream, Values values, const Sharing& sharing) {
   for (size_t i = 0; i < arrays_.size(); ++i) {
-    const bool own = i + 1 < arrays_.size() && !(shared >> i & 1);
-    arrays_[i]->fill(stream * 16 + (own ? i + 1 : 0), values);
+    const size_t owner = i < sharing.size() ? sharing[i] : i;
+    arrays_[i]->fill(stream * 16 + owner, values);
   }
 }
 
@@ -53,17 +68,39 @@ void Call::fillWithOnes() {
   for (const auto& array : arrays_) array->fillWithOnes();
 }
 
-unsigned Call::aliasable() const {
-  if (export_.hasBitStrings()) return 0;
-  unsigned sources = 0;
-  for (size_t i = 0; i + 1 < places_.size(); ++i)
-    if (*export_.parameters[places_[i]].element == *export_.parameters[places_.back()].element) sources |= 1u << i;
-  return sources;
+std::vector<Sharing> Call::sharings() const {
+  if (export_.hasBitStrings()) return {};
+  const size_t sources = export_.sources();
+  Sharing own(sources);
+  for (size_t i = 0; i < sources; ++i) own[i] = i;
+  const auto type = [this](size_t array) -> const std::type_info& {
+    return *export_.parameters[places_[array]].element;
+  };
+  std::vector<Sharing> all = {own};
+  for (size_t i = 0; i < sources; ++i) {
+    for (size_t k = 0, known = all.size(); k < known; ++k) {
+      for (size_t destination = sources; destination < arrays_.size(); ++destination) {
+        if (type(i) != type(destination)) continue;
+        all.push_back(all[k]);
+        all.back()[i] = destination;
+      }
+    }
+  }
+  all.erase(all.begin());
+  return all;
 }
 
-void Call::alias(unsigned sources) {
-  for (size_t i = 0; i < arrays_.size(); ++i)
-    if (sources >> i & 1) slots_[places_[i]].pointer = arrays_.back()->data();
+void Call::share(const Sharing& sharing) {
+  for (size_t i = 0; i < sharing.size(); ++i) slots_[places_[i]].pointer = arrays_[sharing[i]]->data();
+}
+
+std::vector<unsigned char> Call::result() const {
+  std::vector<unsigned char> all;
+  for (size_t i = export_.sources(); i < arrays_.size(); ++i) {
+    const auto bytes = arrays_[i]->bytes();
+    all.insert(all.end(), bytes.begin(), bytes.end());
+  }
+  return all;
 }
 
 bool Call::untouched() const {

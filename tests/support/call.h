@@ -1,5 +1,5 @@
-// Calls an export by the shape of its prototype alone: sources (const pointers), one destination behind them, the
-// length next to it, and further arguments anywhere. Made for sweeps over the export table.
+// Calls an export by the shape of its prototype alone: sources (const pointers), one destination or more behind them,
+// the length next to these, and further arguments anywhere. Made for sweeps over the export table.
 //
 //   Call call(describe("orpsAdd_16s", &orpsAdd_16s), 100);
 //   call.fill(1, Values::mixed);
@@ -18,7 +18,7 @@
 namespace orptest {
 
 // Values for a sweep's further arguments. Zero divisors, rejected rounding modes and negative shifts among them: a
-// refusal must be as reproducible as a result. The first one is good for everything.
+// refusal must be as reproducible as a result. The first one is good for everything, as further() sees to.
 inline constexpr int kExtras[] = {1, 0, 2, 7, -3};
 
 // What stands in one place of a call's argument list.
@@ -42,12 +42,19 @@ struct Export {
   OrpStatus (*invoke)(void (*function)(), const Slot* slots);
 
   size_t arrays() const;       // how many parameters are arrays
-  size_t destination() const;  // index of the last array
+  size_t sources() const;      // how many of these, from the first on, are read only; the others are destinations
   size_t length() const;       // index of the length
   bool hasBitStrings() const;  // such arrays count in bits, and a bit offset follows each
   bool hasExtras() const { return parameters.size() > arrays() + 1; }
-  size_t itemBytes() const { return parameters[destination()].elementBytes; }
+  size_t itemBytes() const { return parameters[lastArray()].elementBytes; }
+  size_t lastArray() const;  // index of the last array
+
+  // What a sweep's `extra` is as the further argument at index i.
+  int further(size_t i, int extra) const;
 };
+
+// For each source the array that it reads, by index: its own or a destination's.
+using Sharing = std::vector<size_t>;
 
 template <class A>
 Parameter describeParameter() {
@@ -95,19 +102,18 @@ class Call {
   // Makes the k-th pointer null, with k = arrays() every one, beyond that none.
   void setNull(size_t k);
 
-  // Bit k of `shared` stands for the k-th source. Shared sources and the destination get the same content.
-  void fill(uint64_t stream, Values values, unsigned shared = 0);
+  // Sources that read a destination's array get its content.
+  void fill(uint64_t stream, Values values, const Sharing& sharing = {});
   void fillWithOnes();
-  void clearInFirstSource(int n) { arrays_.front()->clear(static_cast<size_t>(n)); }
 
-  // The sources that may be the destination's own array, as bits.
-  unsigned aliasable() const;
-  void alias(unsigned sources);
+  // Every way in which one source or more can be destinations as well.
+  std::vector<Sharing> sharings() const;
+  void share(const Sharing& sharing);
 
   bool untouched() const;  // every array holds the pattern
 
-  // The destination as bytes, with one bit pattern for every NaN.
-  std::vector<unsigned char> result() const { return arrays_.back()->bytes(); }
+  // The destinations as bytes, one behind the other, with one bit pattern for every NaN.
+  std::vector<unsigned char> result() const;
 
  private:
   const Export export_;

@@ -12,7 +12,15 @@ struct Element {
   using Part = T;
 };
 template <>
+struct Element<Orp16f> {
+  using Part = Orp16u;
+};
+template <>
 struct Element<Orp24u> {
+  using Part = Orp8u;
+};
+template <>
+struct Element<Orp24s> {
   using Part = Orp8u;
 };
 template <>
@@ -40,8 +48,9 @@ struct Element<Orp64fc> {
   using Part = Orp64f;
 };
 
+// The number itself, or the type of re and im, or the bits or a byte of what is no number to the language.
 template <class T>
-using Part = typename Element<T>::Part;  // the number itself, or the type of re and im, or a byte of a 24-bit element
+using Part = typename Element<T>::Part;
 
 template <class T>
 inline constexpr int kParts = sizeof(T) / sizeof(Part<T>);

@@ -32,6 +32,7 @@ std::vector<std::string> tabledNames() {
   std::vector<std::string> names;
 #define ORPS_EXPORT(name, ...) names.push_back(#name)
 #define ORPS_EXPORT_VARIANTS(name, ...) names.push_back(#name)
+#include "exports/channels.inc"
 #include "exports/memory.inc"
 #include "exports/version.inc"
 #undef ORPS_EXPORT

@@ -78,7 +78,7 @@ struct Operation {
   }
   // The error that a constant makes of the whole call.
   OrpStatus error(const auto&) const { return StsOk; }
-  // The warning that one element makes.
+  // The warning that one element makes; of several the largest is returned.
   OrpStatus warning(const auto&...) const { return StsOk; }
   template <class D>
   bool matches(D got, D want) const {
@@ -149,6 +149,22 @@ Form<A, B, D, First::constant, Target::third> formOf(Operands<3>, OrpStatus (*f)
   return {sizeof...(X), [f](auto a, auto b, auto dst, int len, Extra x) { return callWith(f, x, b, *a, dst, len); }};
 }
 
+// Of a call with two destinations the one; the other is written beside it.
+template <int written, class B, class D>
+Form<B, B, D, First::none, Target::written> formOfOne(Operands<1>, OrpStatus (*f)(const B*, D*, D*, int)) {
+  return {0, [f](auto, auto b, auto dst, int len, Extra) {
+            Guarded<D> other(static_cast<size_t>(len));
+            return written == 0 ? f(b, dst, other.data(), len) : f(b, other.data(), dst, len);
+          }};
+}
+template <int written, class A, class B, class D>
+Form<A, B, D, First::vector, Target::written> formOfOne(Operands<2>, OrpStatus (*f)(const A*, const B*, D*, D*, int)) {
+  return {0, [f](auto a, auto b, auto dst, int len, Extra) {
+            Guarded<D> other(static_cast<size_t>(len));
+            return written == 0 ? f(a, b, dst, other.data(), len) : f(a, b, other.data(), dst, len);
+          }};
+}
+
 enum class Alias { none, first, second };  // the source that is the destination as well, if their types allow it
 
 template <class T>
@@ -203,9 +219,10 @@ void checkCall(const F& form, const Op& op, const std::vector<typename F::A>& a,
     };
     const auto want = [&] {
       if constexpr (Op::kOperands == 1) {
+        expected = std::max(expected, op.warning(b[i]));
         return op.template result<D>(extra, b[i]);
       } else if constexpr (Op::kOperands == 2) {
-        if (op.warning(firstAt(i), b[i]) > 0) expected = op.warning(firstAt(i), b[i]);
+        expected = std::max(expected, op.warning(firstAt(i), b[i]));
         return op.template result<D>(extra, firstAt(i), b[i]);
       } else {
         return op.template result<D>(extra, firstAt(i), b[i], target[i]);

@@ -155,7 +155,9 @@ bool same(T a, T b) {
 
 // For messages.
 template <class T>
-requires Complex<T> || std::is_arithmetic_v<T> || requires(T t) { t.byte; }
+requires Complex<T> || std::is_arithmetic_v<T> || requires(T t) { t.byte; } || requires(T t) {
+  t.shown();
+}
 std::string shown(T value) {
   std::ostringstream out;
   if constexpr (Complex<T>) {
@@ -164,6 +166,8 @@ std::string shown(T value) {
     out << std::hexfloat << static_cast<double>(value);
   } else if constexpr (std::is_integral_v<T>) {
     out << +value;
+  } else if constexpr (requires { value.shown(); }) {
+    out << value.shown();
   } else {
     for (const auto byte : value.byte) out << +byte << ' ';
   }
