@@ -20,7 +20,9 @@
  *  propagate as IEEE 754 arithmetic makes them, and the sign and payload of a NaN result are not specified.
  *
  *  Threads. Every call is re-entrant; calls on different arrays may run at the same time. Element-wise results are the
- *  same bits on every processor and for any number of threads.
+ *  same bits on every processor and for any number of threads; where a function says that they may differ between
+ *  processors (floating-point results of elementary functions), an element still gives the same bits in every call,
+ *  array and position on one.
  */
 #ifndef ORPSP_TYPES_H
 #define ORPSP_TYPES_H
