@@ -69,13 +69,13 @@ HWY_INLINE Quotient<V> Divide(D d, V n, V nRest, V m, V mRest) {
   return {value, hn::Mul(remainder, reciprocal)};
 }
 
-// The angle of (x, y), given the smaller and the larger of |x| and |y|, within the bounds above (smaller may be zero);
-// isSteep: |y| is the larger one, isLeft: x < 0.
+// base + atan(smaller / larger), or minus that where `subtracts`, with the sign of y. base is 0, pi/2 or pi, given as
+// 0, 2 or 4 eighths of a turn; magnitudes are within the bounds above (the smaller one may be zero).
 //
-// atan(s / l) is pi / 4 - atan((l - s) / (l + s)) where s / l > tan(pi / 8). Then reflection at the diagonal and at the
-// axes. All that remains is a multiple k of pi / 4, plus or minus an arc tangent of at most tan(pi / 8).
+// atan(s / l) is pi / 4 - atan((l - s) / (l + s)) where s / l > tan(pi / 8): all that remains is a multiple k of pi / 4
+// and an arc tangent of at most tan(pi / 8).
 template <class D, class V, class M, class T = hn::TFromD<D>>
-HWY_INLINE V AngleOf(D d, V y, V smaller, V larger, M isSteep, M isLeft) {
+HWY_INLINE V AngleOf(D d, V y, V smaller, V larger, V eighths, M subtracts) {
   using C = AngleConstants<T>;
   const auto isNearDiagonal = hn::Gt(smaller, hn::Mul(larger, hn::Set(d, T{0.4140625})));
   // Sum and difference with their rounding errors [Dekker 1971].
@@ -86,16 +86,18 @@ HWY_INLINE V AngleOf(D d, V y, V smaller, V larger, M isSteep, M isLeft) {
       Divide(d, hn::IfThenElse(isNearDiagonal, difference, smaller), hn::IfThenElseZero(isNearDiagonal, differenceRest),
              hn::IfThenElse(isNearDiagonal, sum, larger), hn::IfThenElseZero(isNearDiagonal, sumRest));
 
-  const auto subtracts = hn::Xor(isSteep, isLeft);
-  const auto negative = hn::SignBit(d);
-  const auto eighth = hn::IfThenElseZero(isNearDiagonal, hn::Set(d, T{1}));
-  const auto axis = hn::IfThenElse(isSteep, hn::Set(d, T{2}), hn::IfThenElseZero(isLeft, hn::Set(d, T{4})));
-  const auto k = hn::Add(axis, hn::Xor(eighth, hn::IfThenElseZero(subtracts, negative)));
-  const auto base = hn::Mul(k, hn::Set(d, C::kEighth));
-  const auto baseRest = hn::IfThenElse(hn::Eq(k, hn::Set(d, T{3})), hn::Set(d, C::kThreeEighthsRest),
-                                       hn::Mul(k, hn::Set(d, C::kEighthRest)));
+  const auto one = hn::Set(d, T{1}), minusOne = hn::Set(d, T{-1});
+  const auto k = hn::Add(eighths, hn::IfThenElseZero(isNearDiagonal, hn::IfThenElse(subtracts, minusOne, one)));
+  const auto eighth = hn::Set(d, C::kEighth), eighthRest = hn::Set(d, C::kEighthRest);
+  const auto base = hn::Mul(k, eighth);
+  V baseRest;
+  if constexpr (kHasFma) {
+    baseRest = hn::MulAdd(k, eighthRest, hn::MulSub(k, eighth, base));
+  } else {  // only 3 * kEighth is rounded
+    baseRest = hn::IfThenElse(hn::Eq(k, hn::Set(d, T{3})), hn::Set(d, C::kThreeEighthsRest), hn::Mul(k, eighthRest));
+  }
 
-  const auto flip = hn::IfThenElseZero(hn::Xor(subtracts, isNearDiagonal), negative);
+  const auto flip = hn::IfThenElseZero(hn::Xor(subtracts, isNearDiagonal), hn::SignBit(d));
   const auto z = hn::Mul(a.value, a.value), term = hn::Xor(a.value, flip), rest = hn::Xor(a.rest, flip);
   const auto rounded = hn::Add(base, term);
   const auto lost = hn::Add(hn::Add(hn::Sub(base, rounded), term), baseRest);
@@ -111,7 +113,14 @@ HWY_INLINE V Arctan(D d, V x) {
   // A NaN stays in both, being the second operand; an infinity becomes what has no remainder.
   const auto larger = hn::Min(hn::Set(d, AngleConstants<T>::kMost), hn::Max(one, magnitude));
   const auto isSteep = hn::Gt(magnitude, one);
-  return AngleOf(d, x, hn::Min(one, magnitude), larger, isSteep, hn::Xor(isSteep, isSteep));
+  return AngleOf(d, x, hn::Min(one, magnitude), larger, hn::IfThenElseZero(isSteep, hn::Set(d, T{2})), isSteep);
+}
+
+// The angle of (x, y), given the magnitudes of both in order.
+template <class D, class V, class M, class T = hn::TFromD<D>>
+HWY_INLINE V AngleInPlane(D d, V y, V smaller, V larger, M isSteep, M isLeft) {
+  const auto ofAxis = hn::IfThenElse(isSteep, hn::Set(d, T{2}), hn::IfThenElseZero(isLeft, hn::Set(d, T{4})));
+  return AngleOf(d, y, smaller, larger, ofAxis, hn::Xor(isSteep, isLeft));
 }
 
 template <class D, class V>
@@ -137,7 +146,8 @@ HWY_NOINLINE V Arctan2OfAny(D d, V y, V x) {
   const auto p = hn::Mul(larger, scale), q = hn::Mul(smaller, scale);
   // A quotient too small for a remainder is the angle's tangent and the angle; scaling could have cut digits.
   const auto counts = hn::And(hn::Ge(q, hn::Set(d, C::kLeast)), hn::Lt(larger, infinity));
-  const auto result = AngleOf(d, y, hn::IfThenElseZero(counts, q), hn::IfThenElse(counts, p, one), isSteep, isLeft);
+  const auto result =
+      AngleInPlane(d, y, hn::IfThenElseZero(counts, q), hn::IfThenElse(counts, p, one), isSteep, isLeft);
   const auto tangent = hn::CopySign(hn::Div(smaller, larger), y);
   const auto isTangent = hn::Not(hn::Or(counts, hn::Or(isSteep, isLeft)));
   const auto isNan = hn::Or(hn::IsNaN(x), hn::IsNaN(y));
@@ -152,7 +162,7 @@ HWY_INLINE V Arctan2(D d, V y, V x) {
   const auto larger = hn::Max(h, w), smaller = hn::Min(w, h);  // a NaN comes out of one of them
   const auto usual = hn::And(hn::Ge(smaller, hn::Set(d, C::kLeast)), hn::Le(larger, hn::Set(d, C::kMost)));
   if (HWY_UNLIKELY(!hn::AllTrue(d, usual))) return Arctan2OfAny(d, y, x);
-  return AngleOf(d, y, smaller, larger, hn::Gt(h, w), IsNegative(d, x));
+  return AngleInPlane(d, y, smaller, larger, hn::Gt(h, w), IsNegative(d, x));
 }
 
 // ---- Sine and cosine

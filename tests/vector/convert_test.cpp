@@ -131,9 +131,10 @@ struct Conversion : Operation<1> {
       const W product = scale == 0 ? x : x * factor<W>(scale);
       if (std::isnan(product)) return {};
       const long double exact = product;
-      const long double rounded = mode == OrpRoundZero   ? std::trunc(exact)
-                                  : mode == OrpRoundNear ? std::nearbyint(exact)
-                                                         : std::round(exact);
+      long double rounded = mode == OrpRoundNear ? std::nearbyint(exact) : std::trunc(exact);
+      // Not std::round: that of MinGW takes the number below 1/2 to 1.
+      if (mode != OrpRoundZero && mode != OrpRoundNear && std::fabs(exact - rounded) >= 0.5L)
+        rounded += std::copysign(1.0L, exact);
       return integer<D>(std::fabs(rounded) < 0x1p100L ? static_cast<Int128>(rounded)
                                                       : (rounded < 0 ? lowest<D>() : highest<D>()));
     } else if constexpr (std::is_same_v<D, Orp16f>) {
