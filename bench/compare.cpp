@@ -43,6 +43,9 @@ void fill(const Data& data, Kind kind) {
       case Kind::kSmallNonzero16:
         fill<int16_t>(bytes, std::uniform_int_distribution<int>(257, 32000));
         break;
+      case Kind::kTiny16:
+        fill<int16_t>(bytes, std::uniform_int_distribution<int>(-10, 10));
+        break;
       case Kind::kFloat:
         fill<float>(bytes, std::uniform_real_distribution<float>(0.5F, 2));
         break;

@@ -38,7 +38,8 @@ enum class Kind {
   kNonzeroBytes,
   kInt16,
   kSmallNonzero16,
-  kFloat,  // 0.5 to 2
+  kTiny16,  // -10 to 10
+  kFloat,   // 0.5 to 2
   kDouble,
   kSignedFloat,  // -8 to 8
   kSignedDouble
