@@ -116,30 +116,37 @@ std::string key(const Case& c, const char* who, int length) {
 }
 
 void printTable(std::span<const Case> cases, const Best& best) {
+  if (best.seconds.empty()) return;  // of another group than the one asked for
   std::printf("| ns an element at |");
   for (const int length : kLengths) std::printf(" %d |", length);
   std::printf("\n|---|");
   for (size_t i = 0; i < kLengths.size(); ++i) std::printf("---|");
   std::printf("\n");
   for (const Case& c : cases) {
-    std::printf("| %s |", c.name.c_str());
+    std::string cells;
+    bool measured = false;
     for (const int length : kLengths) {
       const auto time = [&](const char* who) {
         const auto found = best.seconds.find(key(c, who, length));
         return found == best.seconds.end() ? 0 : found->second;
       };
-      const double library = time("library"), plain = time("plain");
-      if (library == 0) {
-        std::printf(" |");
-        continue;
+      char cell[64];
+      const double library = time("library");
+      if (library != 0) {
+        measured = true;
+        std::snprintf(cell, sizeof(cell), " %.3f ×%.1f", library / length * 1e9, time("plain") / library);
+        cells += cell;
+        for (const auto& [peer, letter] : {std::pair{"volk", "v"}, {"sleef", "s"}, {"fastSleef", "f"}}) {
+          if (time(peer) == 0) continue;
+          std::snprintf(cell, sizeof(cell), " %s%.1f", letter, time(peer) / library);
+          cells += cell;
+        }
       }
-      std::printf(" %.3f ×%.1f", library / length * 1e9, plain / library);
-      for (const auto& [peer, letter] : {std::pair{"volk", "v"}, {"sleef", "s"}, {"fastSleef", "f"}})
-        if (time(peer) != 0) std::printf(" %s%.1f", letter, time(peer) / library);
-      std::printf(" |");
+      cells += " |";
     }
-    std::printf("\n");
+    if (measured) std::printf("| %s |%s\n", c.name.c_str(), cells.c_str());
   }
+  std::printf("\n");
 }
 
 }  // namespace
