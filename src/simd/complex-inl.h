@@ -15,6 +15,7 @@
 
 #include "simd/integer-inl.h"
 #include "simd/map-inl.h"
+#include "simd/round-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -133,10 +134,47 @@ struct Planes {
   HWY_INLINE bool IsAt(const void* other) const { return p == other; }
 };
 
-// ---- re^2 + im^2 of 16-bit pairs, exactly
+// ---- Pairs of floats or 16-bit integers as planes of double, where squares neither overflow nor underflow
 
-// In 32 bits: only the greatest, 2^31, comes out negative.
-HWY_INLINE auto SumOfSquares(auto pairs) { return SumOfPairs(pairs, pairs); }
+template <class V>
+HWY_INLINE Parts<Doubles> ToDoubles(V pairs) {
+  constexpr hn::ScalableTag<double> df64;
+  if constexpr (std::is_same_v<hn::TFromV<V>, float>) {
+    const auto parts = SplitHalves(pairs);
+    return {hn::PromoteTo(df64, parts.re), hn::PromoteTo(df64, parts.im)};
+  } else {
+    const auto lanes = hn::BitCast(hn::Rebind<int32_t, decltype(df64)>{}, pairs);
+    return {hn::PromoteTo(df64, hn::ShiftRight<16>(hn::ShiftLeft<16>(lanes))),
+            hn::PromoteTo(df64, hn::ShiftRight<16>(lanes))};
+  }
+}
+
+// Back, rounded to nearest, ties to even; integers saturate.
+template <class D>
+HWY_INLINE hn::Vec<D> ToPairs(D d, Parts<Doubles> parts) {
+  constexpr hn::ScalableTag<double> df64;
+  if constexpr (std::is_same_v<hn::TFromD<D>, float>) {
+    constexpr hn::Rebind<float, decltype(df64)> df32;
+    return JoinTo(d, Parts<hn::Vec<decltype(df32)>>{hn::DemoteTo(df32, parts.re), hn::DemoteTo(df32, parts.im)});
+  } else {
+    constexpr hn::Rebind<int32_t, decltype(df64)> di32;
+    const auto re = NearestInt32(ClampTo<Orp16s>(parts.re)), im = NearestInt32(ClampTo<Orp16s>(parts.im));
+    return hn::BitCast(d, hn::Or(hn::And(re, hn::Set(di32, 0xFFFF)), hn::ShiftLeft<16>(im)));
+  }
+}
+
+// ---- re^2 + im^2 of integer pairs, exactly
+
+// In lanes of an element's width: only the greatest comes out negative.
+template <class V>
+HWY_INLINE auto SumOfSquares(V pairs) {
+  if constexpr (sizeof(hn::TFromV<V>) == 2) {
+    return SumOfPairs(pairs, pairs);
+  } else {
+    const auto odd = OddLanes(pairs);
+    return hn::Add(hn::MulEven(pairs, pairs), hn::MulEven(odd, odd));
+  }
+}
 
 // As floats, rounded.
 HWY_INLINE auto FloatSumOfSquares(auto d, auto pairs) { return hn::Abs(hn::ConvertTo(d, SumOfSquares(pairs))); }

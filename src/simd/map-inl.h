@@ -21,6 +21,8 @@ namespace {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
+using Doubles = hn::Vec<hn::ScalableTag<double>>;
+
 // Tag of the vector that holds `count` elements of type T.
 template <class T, size_t count>
 using TagOf = hn::FixedTag<Lane<T>, count * Element<T>::kLanes>;
@@ -162,17 +164,20 @@ struct Twice {
   HWY_INLINE bool IsAt(const void*) const { return false; }
 };
 
-// Lanes of a narrower type, exactly, as lanes of d.
+// Lanes of another type: exactly from narrower ones, rounded to nearest from integers of the same width.
 template <class D, class V>
 HWY_INLINE hn::Vec<D> Lift(D d, V v) {
   using From = hn::TFromV<V>;
   using To = hn::TFromD<D>;
+  constexpr bool kViaInt32 = std::is_floating_point_v<To> && sizeof(From) < 4;
   if constexpr (std::is_same_v<From, To>) {
     return v;
-  } else if constexpr (std::is_integral_v<To>) {
-    return hn::PromoteTo(d, v);
+  } else if constexpr (kViaInt32) {
+    return Lift(d, hn::PromoteTo(hn::Rebind<int32_t, D>{}, v));
+  } else if constexpr (sizeof(To) == sizeof(From)) {
+    return hn::ConvertTo(d, v);
   } else {
-    return hn::ConvertTo(d, hn::PromoteTo(hn::RebindToSigned<D>{}, v));
+    return hn::PromoteTo(d, v);
   }
 }
 

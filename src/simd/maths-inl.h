@@ -26,8 +26,6 @@ namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
 
-using Doubles = hn::Vec<hn::ScalableTag<double>>;
-
 inline constexpr bool kHasFma = HWY_TARGET != HWY_SSSE3;
 
 // c[0] + c[1] x + c[2] x^2 + ... [Estrin 1960]: pairs of terms, pairs of these, and so on. The shorter chain of
@@ -74,14 +72,6 @@ template <class T>
 inline constexpr T kInfinity = std::numeric_limits<T>::infinity();
 template <class T>
 inline constexpr T kLeastNormal = std::numeric_limits<T>::min();
-
-template <class T>
-constexpr T powerOfTwo(int n) {
-  T result = 1;
-  for (; n > 0; --n) result *= 2;
-  for (; n < 0; ++n) result /= 2;
-  return result;
-}
 
 // The NaN of arguments outside a function's domain.
 template <class D, class T = hn::TFromD<D>>
@@ -274,7 +264,7 @@ HWY_NOINLINE V LnOfAny(D d, V x, const DomainWatch<T>& watch) {
   const auto isSmall = hn::Lt(x, hn::Set(d, kLeastNormal<T>)), isZero = hn::Eq(x, zero), isNegative = hn::Lt(x, zero);
   watch.singular.Note(isZero);
   watch.outside.Note(isNegative);
-  constexpr T kUp = powerOfTwo<T>(kMantissaBits<T> + 1);
+  constexpr T kUp = 2 / std::numeric_limits<T>::epsilon();  // 2^(kMantissaBits + 1)
   auto result = LnOfNormal(d, hn::IfThenElse(isSmall, hn::Mul(x, hn::Set(d, kUp)), x),
                            hn::IfThenElseZero(isSmall, hn::Set(d, T{-1 - kMantissaBits<T>})));
   result = hn::IfThenElse(hn::Lt(x, hn::Set(d, kInfinity<T>)), result, hn::Add(x, x));  // infinity and NaN

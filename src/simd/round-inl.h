@@ -27,71 +27,15 @@ HWY_INLINE W PowerOfTwo(int scale) {
   return __builtin_bit_cast(W, static_cast<Bits>(static_cast<Bits>(biased) << kMantissaBits));
 }
 
+// The same for exact results that are rounded and saturated: beyond +-100 nothing changes any more, since all but 0
+// vanish or saturate.
+HWY_INLINE double UnitOfScale(int scale) { return PowerOfTwo<double>(HWY_MIN(HWY_MAX(scale, -100), 100)); }
+
 template <class T, class V, class W = hn::TFromV<V>>
 HWY_INLINE V ClampTo(V v) {
   constexpr hn::DFromV<V> d;
   return hn::Min(hn::Max(v, hn::Set(d, static_cast<W>(kLeast<T>))), hn::Set(d, static_cast<W>(kMost<T>)));
 }
-
-// Integers of up to 32 bits as floating-point numbers of type W, exact where W has the digits.
-template <class W, class V>
-HWY_INLINE auto ToWork(V v) {
-  constexpr hn::ScalableTag<W> dw;
-  constexpr hn::Rebind<int32_t, decltype(dw)> di32;
-  if constexpr (sizeof(hn::TFromV<V>) == 4) {
-    return hn::PromoteTo(dw, v);
-  } else if constexpr (sizeof(W) == 4) {
-    return hn::ConvertTo(dw, hn::PromoteTo(di32, v));
-  } else {
-    return hn::PromoteTo(dw, hn::PromoteTo(di32, v));
-  }
-}
-
-// Adding this rounds to an integer, ties to even, and leaves it in the lower bits, in two's complement.
-template <class W>
-inline constexpr W kNoFraction = sizeof(W) == 4 ? W{0x1.8p23} : W{0x1.8p52};
-
-// v as integers of the destination's type, saturated; v is no NaN.
-template <Rounding rounding, class D, class V>
-HWY_INLINE hn::Vec<D> RoundTo(D d, V v) {
-  using T = hn::TFromD<D>;
-  using W = hn::TFromV<V>;
-  constexpr hn::DFromV<V> dw;
-  constexpr hn::Rebind<int32_t, decltype(dw)> di32;
-  v = ClampTo<T>(v);
-  if constexpr (rounding == Rounding::kNearest) {
-    const auto rounded = hn::Add(v, hn::Set(dw, kNoFraction<W>));
-    if constexpr (sizeof(W) == 8) {
-      constexpr hn::RebindToUnsigned<D> du;
-      return hn::BitCast(d, hn::TruncateTo(du, hn::BitCast(hn::RebindToUnsigned<decltype(dw)>{}, rounded)));
-    } else {
-      return hn::DemoteTo(d, hn::Sub(hn::BitCast(di32, rounded), hn::BitCast(di32, hn::Set(dw, kNoFraction<W>))));
-    }
-  } else {
-    if constexpr (rounding == Rounding::kAway) v = hn::Add(v, hn::CopySign(hn::Set(dw, W{0.5}), v));
-    if constexpr (sizeof(W) == 8) {
-      return hn::DemoteTo(d, hn::DemoteTo(di32, v));
-    } else {
-      return hn::DemoteTo(d, hn::ConvertTo(di32, v));
-    }
-  }
-}
-
-// ---- Any numbers, a NaN giving 0
-
-// The range of a destination of floats.
-template <class T>
-struct Range {
-  static constexpr int64_t kLowest = kLeast<T>, kHighest = kMost<T>;
-};
-template <>
-struct Range<Orp24s> {
-  static constexpr int64_t kLowest = -(1 << 23), kHighest = (1 << 23) - 1;
-};
-template <>
-struct Range<Orp24u> {
-  static constexpr int64_t kLowest = 0, kHighest = (1 << 24) - 1;
-};
 
 // The instructions as they are: a number that does not fit becomes the least integer.
 #define ORPSP_TO_INT32(name, type, sse, avx2, avx512) \
@@ -129,6 +73,41 @@ HWY_INLINE V AwayBeforeTruncation(V v) {
   constexpr W kBelowHalf = W{0.5} - std::numeric_limits<W>::epsilon() / 4;
   return hn::Add(v, hn::CopySignToAbs(hn::Set(d, kBelowHalf), v));
 }
+
+// v as integers of the destination's type, saturated; v is no NaN.
+template <Rounding rounding, class D, class V>
+HWY_INLINE hn::Vec<D> RoundTo(D d, V v) {
+  v = ClampTo<hn::TFromD<D>>(v);
+  if constexpr (rounding == Rounding::kAway) v = AwayBeforeTruncation(v);
+  const auto integers = [v]() HWY_ATTR {
+    if constexpr (rounding == Rounding::kNearest) {
+      return NearestInt32(v);
+    } else {
+      return TruncatedInt32(v);
+    }
+  }();
+  if constexpr (sizeof(hn::TFromD<D>) == 4) {
+    return integers;
+  } else {
+    return hn::DemoteTo(d, integers);
+  }
+}
+
+// ---- Any numbers, a NaN giving 0
+
+// The range of a destination of floats.
+template <class T>
+struct Range {
+  static constexpr int64_t kLowest = kLeast<T>, kHighest = kMost<T>;
+};
+template <>
+struct Range<Orp24s> {
+  static constexpr int64_t kLowest = -(1 << 23), kHighest = (1 << 23) - 1;
+};
+template <>
+struct Range<Orp24u> {
+  static constexpr int64_t kLowest = 0, kHighest = (1 << 24) - 1;
+};
 
 template <Rounding rounding, class V>
 HWY_INLINE auto Int64(V v) {

@@ -33,7 +33,7 @@ HWY_INLINE void PutBits(Orp8u* p, unsigned offset, unsigned count, unsigned valu
 }
 
 // Bytes that begin at bit `offset` of those of the source.
-struct Join {
+struct JoinBits {
   int offset;
   HWY_INLINE auto operator()(auto, auto v, auto next) const {
     return hn::Or(hn::ShiftLeftSame(v, offset), hn::ShiftRightSame(next, 8 - offset));
@@ -57,7 +57,7 @@ OrpStatus copyBits(const Orp8u* pSrc, int srcBitOffset, Orp8u* pDst, int dstBitO
     if (from % 8 == 0) {
       Map(Same{}, dst, whole, Vector<Orp8u>{src});
     } else {
-      Map(Join{static_cast<int>(from % 8)}, dst, whole, Vector<Orp8u>{src}, Vector<Orp8u>{src + 1});
+      Map(JoinBits{static_cast<int>(from % 8)}, dst, whole, Vector<Orp8u>{src}, Vector<Orp8u>{src + 1});
     }
     dst += whole;
     from += 8 * whole;

@@ -82,52 +82,55 @@ OrpStatus joinScaled(const Orp32f* const pSrc[2], T* pDst, int len) {
   return StsOk;
 }
 
-// The samples of each channel, as integers, of `frames` from p on or as many as vectors hold.
+// Source: frames of two samples as Parts of 32-bit integers.
 template <class T>
-HWY_INLINE auto LoadFrames(const T* p, size_t frames) {
-  constexpr hn::ScalableTag<int32_t> d;
-  constexpr size_t kFrames = hn::MaxLanes(d);
-  using V = hn::Vec<decltype(d)>;
-  if constexpr (sizeof(T) == 3) {
-    const auto load = [=](size_t from) HWY_ATTR -> V {
-      const size_t count = 2 * frames - HWY_MIN(2 * frames, from);
-      if (count >= kFrames) return LoadTriples(p + from);
-      return count == 0 ? V{} : LoadFewTriples(p + from, count);
-    };
-    const V low = load(0), high = load(kFrames);
-    return Split(Pairs<V>{low, high});
-  } else {
-    constexpr hn::Repartition<T, decltype(d)> d16;
-    const V pairs = hn::BitCast(d, frames < kFrames ? LoadFew(d16, p, 2 * frames) : hn::LoadU(d16, p));
-    return Parts<V>{hn::ShiftRight<16>(hn::ShiftLeft<16>(pairs)), hn::ShiftRight<16>(pairs)};
+struct Frames {
+  using Type = T;
+  static constexpr size_t kElementBytes = sizeof(int32_t);
+  using V = hn::Vec<hn::ScalableTag<int32_t>>;
+  const T* p;
+
+  template <size_t count>
+  HWY_INLINE Parts<V> Load(size_t i) const {
+    if constexpr (sizeof(T) == 3) {
+      return Split(Pairs<V>{LoadTriples(p + 2 * i), LoadTriples(p + 2 * i + kTriples)});
+    } else {
+      return Apart(hn::LoadU(hn::ScalableTag<T>{}, p + 2 * i));
+    }
   }
-}
+  template <size_t count>
+  HWY_INLINE Parts<V> LoadFew(size_t few) const {
+    if constexpr (sizeof(T) == 3) {
+      const auto load = [this](size_t from, size_t samples) HWY_ATTR -> V {
+        return samples < kTriples ? LoadFewTriples(p + from, samples) : LoadTriples(p + from);
+      };
+      const size_t inLower = HWY_MIN(2 * few, kTriples);
+      return Split(Pairs<V>{load(0, inLower), 2 * few > inLower ? load(kTriples, 2 * few - inLower) : V{}});
+    } else {
+      return Apart(HWY_NAMESPACE::LoadFew(hn::ScalableTag<T>{}, p, 2 * few));
+    }
+  }
+  static HWY_INLINE Parts<V> Apart(auto samples) {
+    const V pairs = hn::BitCast(hn::ScalableTag<int32_t>{}, samples);
+    return {hn::ShiftRight<16>(hn::ShiftLeft<16>(pairs)), hn::ShiftRight<16>(pairs)};
+  }
+  HWY_INLINE bool IsAt(const void*) const { return false; }
+};
+
+template <class T>
+struct ToChannels {
+  HWY_INLINE auto operator()(auto d, auto frames) const {
+    const auto unit = hn::Set(d, 1 / kFullScale<T>);
+    return Parts<hn::Vec<decltype(d)>>{hn::Mul(hn::ConvertTo(d, frames.re), unit),
+                                       hn::Mul(hn::ConvertTo(d, frames.im), unit)};
+  }
+};
 
 template <class T>
 OrpStatus splitScaled(const T* pSrc, Orp32f* const pDst[2], int len) {
   ORPS_RETURN_IF(pSrc == nullptr || anyChannelNull(pDst), StsNullPtr);
   ORPS_RETURN_IF(len <= 0, StsBadSize);
-  constexpr hn::ScalableTag<Orp32f> d;
-  constexpr size_t kStep = hn::MaxLanes(d);
-  const auto toFloat = [=](auto v) HWY_ATTR { return hn::Mul(hn::ConvertTo(d, v), hn::Set(d, 1 / kFullScale<T>)); };
-  Orp32f *const first = pDst[0], *const second = pDst[1];
-  const size_t count = Size(len);
-  if (count < kStep) {
-    const auto frames = LoadFrames(pSrc, count);
-    StoreFew(toFloat(frames.re), d, first, count);
-    StoreFew(toFloat(frames.im), d, second, count);
-    return StsOk;
-  }
-  const auto convert = [=](size_t i) HWY_ATTR {
-    const auto frames = LoadFrames(pSrc + 2 * i, kStep);
-    hn::StoreU(toFloat(frames.re), d, first + i);
-    hn::StoreU(toFloat(frames.im), d, second + i);
-  };
-  convert(0);
-  size_t i = kStep - reinterpret_cast<uintptr_t>(first) % HWY_MAX_BYTES / sizeof(Orp32f);  // aligned from here on
-#pragma GCC unroll 2
-  for (; i + kStep < count; i += kStep) convert(i);
-  convert(count - kStep);
+  MapParts(ToChannels<T>{}, IntoVectors<Orp32f>{pDst[0], pDst[1]}, Size(len), Frames<T>{pSrc});
   return StsOk;
 }
 

@@ -73,8 +73,7 @@ struct Power16 : OfSumsOfSquares<AsIs> {
 struct Power32 {
   static HWY_INLINE auto Exact(auto pairs) {
     constexpr hn::RepartitionToWide<hn::RebindToUnsigned<hn::DFromV<decltype(pairs)>>> du64;
-    const auto odd = OddLanes(pairs);
-    return hn::BitCast(du64, hn::Add(hn::MulEven(pairs, pairs), hn::MulEven(odd, odd)));
+    return hn::BitCast(du64, SumOfSquares(pairs));
   }
   static HWY_INLINE auto Saturated(auto d, auto power) {
     constexpr hn::DFromV<decltype(power)> du64;
@@ -97,13 +96,6 @@ struct Power32 {
 };
 
 // ---- Forms
-
-template <class Op, class T, class D>
-OrpStatus ofParts(const T* pSrc, D* pDst, int len) {
-  ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  Map(Op{}, pDst, Size(len), Planes<T>{pSrc});
-  return StsOk;
-}
 
 template <class Op, class T, class D>
 OrpStatus unarySfs(const T* pSrc, D* pDst, int len, int scaleFactor) {

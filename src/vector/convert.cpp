@@ -207,17 +207,7 @@ HWY_INLINE auto SourceFor(const S* src) {
 struct Change {
   template <class D, class V>
   HWY_INLINE hn::Vec<D> operator()(D d, V v) const {
-    using From = hn::TFromV<V>;
-    using To = hn::TFromD<D>;
-    if constexpr (std::is_same_v<From, To>) {
-      return v;
-    } else if constexpr (std::is_integral_v<To> || (sizeof(To) == 8 && sizeof(From) == 4)) {
-      return hn::PromoteTo(d, v);
-    } else if constexpr (sizeof(To) == sizeof(From)) {
-      return hn::ConvertTo(d, v);
-    } else {
-      return (*this)(d, hn::PromoteTo(hn::Rebind<int32_t, D>{}, v));
-    }
+    return Lift(d, v);
   }
   // Two vectors of double.
   template <class D, class V>
@@ -258,7 +248,8 @@ struct ScaledInDouble {
   static constexpr size_t kWorkBytes = sizeof(double);
   double factor;
   HWY_INLINE auto operator()(auto d, auto v) const {
-    return hn::DemoteTo(d, hn::Mul(ToWork<double>(v), hn::Set(hn::ScalableTag<double>{}, factor)));
+    constexpr hn::ScalableTag<double> dw;
+    return hn::DemoteTo(d, hn::Mul(Lift(dw, v), hn::Set(dw, factor)));
   }
 };
 

@@ -15,6 +15,8 @@
 #define HWY_TARGET_INCLUDE "vector/divide.cpp"
 #include <hwy/foreach_target.h>
 
+#include "simd/complex-inl.h"
+#include "simd/exponent-inl.h"
 #include "simd/round-inl.h"
 #include "vector/forms-inl.h"
 
@@ -35,21 +37,15 @@ struct RealQuotient : Watch<T> {
   }
 };
 
-template <class V>
-struct Complex {
-  V re, im;
-};
-
 // The quotient of complex numbers in planes of double as numerators and denominator: a zero divisor divides part by
 // part.
-template <class V>
 struct ComplexFraction {
-  Complex<V> above;
-  V below;
-  hn::Mask<hn::DFromV<V>> isZero;
+  Parts<Doubles> above;
+  Doubles below;
+  hn::Mask<hn::ScalableTag<double>> isZero;
 
-  HWY_INLINE ComplexFraction(Complex<V> divisor, Complex<V> dividend) {
-    constexpr hn::DFromV<V> d;
+  HWY_INLINE ComplexFraction(Parts<Doubles> divisor, Parts<Doubles> dividend) {
+    constexpr hn::ScalableTag<double> d;
     below = hn::Add(hn::Mul(divisor.re, divisor.re), hn::Mul(divisor.im, divisor.im));
     isZero = hn::Eq(below, hn::Zero(d));
     above.re = hn::Add(hn::Mul(dividend.re, divisor.re), hn::Mul(dividend.im, divisor.im));
@@ -67,27 +63,12 @@ template <>
 struct ComplexFloatQuotient<Orp32fc> : Watch<double> {
   static constexpr size_t kWorkBytes = sizeof(double);
 
-  static HWY_INLINE auto Planes(auto v) {
-    constexpr hn::ScalableTag<double> df64;
-    constexpr hn::Rebind<uint32_t, decltype(df64)> du32;
-    constexpr hn::Rebind<float, decltype(df64)> df32;
-    const auto pairs = hn::BitCast(hn::ScalableTag<uint64_t>{}, v);
-    const auto plane = [=](auto part)
-                           HWY_ATTR { return hn::PromoteTo(df64, hn::BitCast(df32, hn::TruncateTo(du32, part))); };
-    return Complex<hn::Vec<decltype(df64)>>{plane(pairs), plane(hn::ShiftRight<32>(pairs))};
-  }
   HWY_INLINE auto operator()(auto d, auto divisor, auto dividend) const {
-    constexpr hn::ScalableTag<uint64_t> du64;
-    constexpr hn::Rebind<float, decltype(du64)> df32;
-    constexpr hn::Rebind<uint32_t, decltype(du64)> du32;
-    const ComplexFraction fraction(Planes(divisor), Planes(dividend));
+    const ComplexFraction fraction(ToDoubles(divisor), ToDoubles(dividend));
     Note(fraction.isZero);
     // Two roundings in double where one division for each part would do with one: single precision does not notice.
     const auto reciprocal = hn::Div(hn::Set(hn::ScalableTag<double>{}, 1.0), fraction.below);
-    const auto bits = [=](auto plane)
-                          HWY_ATTR { return hn::PromoteTo(du64, hn::BitCast(du32, hn::DemoteTo(df32, plane))); };
-    const auto re = hn::Mul(fraction.above.re, reciprocal), im = hn::Mul(fraction.above.im, reciprocal);
-    return hn::BitCast(d, hn::Or(bits(re), hn::ShiftLeft<32>(bits(im))));
+    return ToPairs(d, Parts<Doubles>{hn::Mul(fraction.above.re, reciprocal), hn::Mul(fraction.above.im, reciprocal)});
   }
 };
 
@@ -97,33 +78,17 @@ struct ComplexFloatQuotient<Orp64fc> : Watch<double> {
   template <class V>
   HWY_INLINE V operator()(auto d, V divisor, V dividend) const {
     constexpr hn::RebindToUnsigned<decltype(d)> du;
-    // The larger part of each number, as bits: these order magnitudes, and a NaN above all of them.
-    const auto larger = [=](V v) HWY_ATTR {
-      const auto magnitude = hn::BitCast(du, hn::Abs(v));
-      return hn::Max(magnitude, hn::Reverse2(du, magnitude));
-    };
-    const auto exponent = [=](auto magnitude) HWY_ATTR {  // biased, away from its ends so that both scales are normal
-      return hn::Min(hn::Max(hn::ShiftRight<52>(magnitude), hn::Set(du, 1)), hn::Set(du, 2045));
-    };
-    const auto norm = larger(divisor);
+    const auto norm = LargerPart(divisor);
     const auto isZero = hn::RebindMask(d, hn::Eq(norm, hn::Zero(du)));
     Note(isZero);
-    const auto powerOfTwo = [=](auto biased) HWY_ATTR { return hn::BitCast(d, hn::ShiftLeft<52>(biased)); };
-    const auto down = [=](V v, auto by) HWY_ATTR { return hn::Mul(v, powerOfTwo(hn::Sub(hn::Set(du, 2046), by))); };
-    const auto above = exponent(larger(dividend)), below = exponent(norm);
-    const V a = down(dividend, above), c = down(divisor, below);
+    const auto above = ExponentOf(LargerPart(dividend)), below = ExponentOf(norm);
+    const V a = hn::Mul(dividend, InversePowerOfTwo(above)), c = hn::Mul(divisor, InversePowerOfTwo(below));
 
     const auto signOfImaginary = hn::OddEven(hn::SignBit(d), hn::Zero(d));
     const auto direct = hn::Mul(a, hn::DupEven(c));                   // ac, bc
     const auto crossed = hn::Mul(hn::Reverse2(d, a), hn::DupOdd(c));  // bd, ad
-    const auto squares = hn::Mul(c, c);
-    const auto quotient =
-        hn::Div(hn::Add(direct, hn::Xor(crossed, signOfImaginary)), hn::Add(squares, hn::Reverse2(d, squares)));
-    // Back by 2^(above - below) in two factors, each within range.
-    const auto shift = hn::Sub(hn::Add(above, hn::Set(du, 4096)), below);  // positive
-    const auto firstHalf = hn::ShiftRight<1>(shift), secondHalf = hn::Sub(shift, firstHalf);
-    const auto factor = [=](auto half) HWY_ATTR { return powerOfTwo(hn::Sub(half, hn::Set(du, 2048 - 1023))); };
-    const auto result = hn::Mul(hn::Mul(quotient, factor(firstHalf)), factor(secondHalf));
+    const auto quotient = hn::Div(hn::Add(direct, hn::Xor(crossed, signOfImaginary)), SquareOfPairs(c));
+    const auto result = TimesPowerOfTwo(quotient, above, below);
     return hn::IfThenElse(isZero, hn::Div(dividend, hn::Zero(d)), result);
   }
 };
@@ -146,10 +111,10 @@ struct IntegerQuotient : Watch<W> {
 
   HWY_INLINE auto operator()(auto d, auto divisor, auto dividend) const {
     constexpr hn::ScalableTag<W> dw;
-    const auto below = ToWork<W>(divisor);
+    const auto below = Lift(dw, divisor);
     const auto isZero = hn::Eq(below, hn::Zero(dw));
     this->Note(isZero);
-    const auto above = hn::Mul(ToWork<W>(dividend), hn::Set(dw, unit));
+    const auto above = hn::Mul(Lift(dw, dividend), hn::Set(dw, unit));
     return RoundTo<rounding>(d, hn::Div(above, NotZero(below, isZero)));
   }
 };
@@ -158,29 +123,15 @@ struct ComplexIntegerQuotient : Watch<double> {
   static constexpr size_t kWorkBytes = sizeof(double);
   double unit;
 
-  static HWY_INLINE auto Planes(auto v) {
-    constexpr hn::ScalableTag<double> df64;
-    const auto pairs = hn::BitCast(hn::Rebind<int32_t, decltype(df64)>{}, v);
-    return Complex<hn::Vec<decltype(df64)>>{hn::PromoteTo(df64, hn::ShiftRight<16>(hn::ShiftLeft<16>(pairs))),
-                                            hn::PromoteTo(df64, hn::ShiftRight<16>(pairs))};
-  }
   HWY_INLINE auto operator()(auto d, auto divisor, auto dividend) const {
     constexpr hn::ScalableTag<double> df64;
-    auto above = Planes(dividend);
+    auto above = ToDoubles(dividend);
     above.re = hn::Mul(above.re, hn::Set(df64, unit));
     above.im = hn::Mul(above.im, hn::Set(df64, unit));
-    const ComplexFraction fraction(Planes(divisor), above);
+    const ComplexFraction fraction(ToDoubles(divisor), above);
     Note(fraction.isZero);
     const auto below = NotZero(fraction.below, fraction.isZero);
-    constexpr hn::RebindToUnsigned<decltype(df64)> du64;
-    constexpr hn::Rebind<uint32_t, decltype(df64)> du32;
-    const auto part = [=](auto plane) HWY_ATTR {
-      const auto rounded = hn::Add(ClampTo<Orp16s>(plane), hn::Set(df64, kNoFraction<double>));
-      return hn::And(hn::BitCast(du64, rounded), hn::Set(du64, 0xFFFF));
-    };
-    const auto pairs =
-        hn::Or(part(hn::Div(fraction.above.re, below)), hn::ShiftLeft<16>(part(hn::Div(fraction.above.im, below))));
-    return hn::BitCast(d, hn::TruncateTo(du32, pairs));
+    return ToPairs(d, Parts<Doubles>{hn::Div(fraction.above.re, below), hn::Div(fraction.above.im, below)});
   }
 };
 
@@ -206,9 +157,6 @@ struct FloatNormal {
     return hn::Div(hn::Sub(v, shift), hn::Set(d, divisor));
   }
 };
-
-// 2^-scale for quotients of integers; beyond +-100 nothing changes any more, since they all vanish or saturate.
-HWY_INLINE double Unit(int scale) { return __builtin_ldexp(1.0, -HWY_MIN(HWY_MAX(scale, -100), 100)); }
 
 // ---- Kernels: true if a divisor was zero
 
@@ -250,7 +198,7 @@ HWY_NOINLINE bool mapLargeQuotient(Orp32s* dst, size_t len, const Orp32s* below,
 
 template <Rounding rounding = Rounding::kNearest, class D, class Below, class Above>
 bool mapIntegerQuotient(D* dst, size_t len, Below below, Above above, int scale) {
-  const double unit = Unit(scale);
+  const double unit = UnitOfScale(scale);
   if constexpr (isComplex<D>) {
     return mapQuotient<ComplexIntegerQuotient>(dst, len, below, above, unit);
   } else if constexpr (sizeof(D) == 1) {
@@ -397,7 +345,7 @@ template <class T>
 OrpStatus normalizeSfs(const T* pSrc, T* pDst, int len, T vSub, int vDiv, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   ORPS_RETURN_IF(vDiv == 0, StsDivByZeroErr);
-  const IntegerNormal<T> op{Unit(scaleFactor), static_cast<double>(vDiv)};
+  const IntegerNormal<T> op{UnitOfScale(scaleFactor), static_cast<double>(vDiv)};
   Map(op, pDst, Size(len), Constant<T>{vSub}, Vector<T>{pSrc});
   return StsOk;
 }

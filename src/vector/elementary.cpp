@@ -59,7 +59,7 @@ struct IntegerExp {
   HWY_INLINE auto operator()(auto d, auto v) const {
     using T = hn::TFromD<decltype(d)>;
     constexpr hn::ScalableTag<double> dw;
-    const auto x = ToWork<double>(v), round = hn::Set(dw, ExpConstants<double>::kRound);
+    const auto x = Lift(dw, v), round = hn::Set(dw, ExpConstants<double>::kRound);
     const auto k = hn::Sub(hn::MulAdd(x, hn::Set(dw, ExpConstants<double>::kLog2E), round), round);
     // ln 2 in three parts, the first two with 21 bits: their products with k < 2^32 are exact [Cody, Waite 1980].
     auto r = hn::NegMulAdd(k, hn::Set(dw, 0x1.fdf47p-22), hn::NegMulAdd(k, hn::Set(dw, 0x1.62e42p-1), x));
@@ -87,7 +87,7 @@ struct IntegerLn {
   HWY_INLINE auto operator()(auto d, auto v) const {
     using T = hn::TFromD<decltype(d)>;
     constexpr hn::ScalableTag<double> dw;
-    const auto x = ToWork<double>(v);
+    const auto x = Lift(dw, v);
     const auto isPositive = hn::Gt(x, hn::Zero(dw));
     const auto value = hn::Mul(Ln(dw, x, watch), hn::Set(dw, unit));
     const auto exact = [this](double lane, double below) {
@@ -108,7 +108,7 @@ struct IntegerCubrt {
   HWY_INLINE auto operator()(auto d, auto v) const {
     constexpr hn::ScalableTag<double> dw;
     constexpr hn::Rebind<float, decltype(dw)> df;
-    const auto x = ToWork<double>(v), magnitude = hn::Abs(x);
+    const auto x = Lift(dw, v), magnitude = hn::Abs(x);
     const auto isZero = hn::Eq(magnitude, hn::Zero(dw));
     const auto estimate = hn::PromoteTo(dw, Cubrt(df, hn::DemoteTo(df, magnitude)));
     const auto root = hn::IfThenElse(isZero, hn::Set(dw, 1.0), estimate), square = hn::Mul(root, root);

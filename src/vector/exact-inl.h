@@ -15,9 +15,6 @@ namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
 
-// 2^-scale: beyond +-100 nothing changes any more, since results other than 0 vanish or saturate.
-HWY_INLINE double UnitOfScale(int scale) { return __builtin_ldexp(1.0, -HWY_MIN(HWY_MAX(scale, -100), 100)); }
-
 // `rounded`, but in the lanes of the mask fix(in...).
 template <class Fix, class... In>
 HWY_NOINLINE Doubles Mended(Doubles rounded, hn::Mask<hn::ScalableTag<double>> mask, const Fix& fix, In... in) {

@@ -18,6 +18,7 @@
 
 #include "frame/check.h"
 #include "frame/parallel.h"
+#include "simd/complex-inl.h"
 #include "simd/integer-inl.h"
 #include "simd/map-inl.h"
 
@@ -196,6 +197,14 @@ OrpStatus unary(const T* pSrc, D* pDst, int len) {
 template <class Op, class T>
 OrpStatus unaryInPlace(T* pSrcDst, int len) {
   return unary<Op>(static_cast<const T*>(pSrcDst), pSrcDst, len);
+}
+
+// One vector of complex elements, Op(Parts).
+template <class Op, class T, class D>
+OrpStatus ofParts(const T* pSrc, D* pDst, int len) {
+  ORPS_CHECK_VECTOR(len, pSrc, pDst);
+  Map(Op{}, pDst, Size(len), Planes<T>{pSrc});
+  return StsOk;
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ struct IntegerPhase {
 
   HWY_INLINE auto operator()(auto d, auto reLanes, auto imLanes) const {
     constexpr hn::ScalableTag<double> dw;
-    const auto re = ToWork<double>(reLanes), im = ToWork<double>(imLanes);
+    const auto re = Lift(dw, reLanes), im = Lift(dw, imLanes);
     const auto angle = Arctan2(dw, im, re);
     const auto exact = [this](double reLane, double imLane, double below) {
       return roundedAngle(static_cast<int>(reLane), static_cast<int>(imLane), scale, static_cast<int64_t>(below));
@@ -58,20 +58,6 @@ struct ToCartesian {
     return {hn::Mul(magnitude, direction.cosine), hn::Mul(magnitude, direction.sine)};
   }
 };
-
-template <class T, class D>
-OrpStatus phase(const T* pSrcRe, const T* pSrcIm, D* pDst, int len) {
-  ORPS_CHECK_VECTOR(len, pSrcRe, pSrcIm, pDst);
-  Map(PhaseOp{}, pDst, Size(len), Vector<T>{pSrcRe}, Vector<T>{pSrcIm});
-  return StsOk;
-}
-
-template <class T, class D>
-OrpStatus phase(const T* pSrc, D* pDst, int len) {
-  ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  Map(PhaseOp{}, pDst, Size(len), Planes<T>{pSrc});
-  return StsOk;
-}
 
 OrpStatus phaseSfs(const Orp16s* pSrcRe, const Orp16s* pSrcIm, Orp16s* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrcRe, pSrcIm, pDst);

@@ -38,7 +38,7 @@ struct IntegerRoot : Watch<W> {
 
   HWY_INLINE auto operator()(auto d, auto v) const {
     constexpr hn::ScalableTag<W> dw;
-    const auto x = ToWork<W>(v);
+    const auto x = Lift(dw, v);
     if constexpr (std::is_signed_v<hn::TFromV<decltype(v)>>) this->Note(hn::Lt(x, hn::Zero(dw)));
     const auto root = hn::Sqrt(hn::Max(x, hn::Zero(dw)));
     return RoundTo<Rounding::kNearest>(d, hn::Mul(root, hn::Set(dw, unit)));
@@ -86,27 +86,22 @@ HWY_NOINLINE bool mapRoot(D* dst, size_t len, S source, Constants... constants) 
 // ---- Complex roots: with w = sqrt((|z| + |re z|) / 2) the principal root is w + i im z / 2w, or its parts change
 // places where re z < 0
 
+// w, where squares neither overflow nor underflow.
 template <class V>
-struct RootParts {
-  V larger, smaller;  // magnitudes
-};
-
-template <class D, class V>
-HWY_INLINE RootParts<V> ComplexRoot(D d, V re, V im) {
-  const auto a = hn::Abs(re), b = hn::Abs(im), half = hn::Set(d, 0.5);
-  const auto norm = hn::Sqrt(hn::Add(hn::Mul(a, a), hn::Mul(b, b)));
-  const auto larger = hn::Sqrt(hn::Mul(hn::Add(norm, a), half));
-  const auto isZero = hn::Eq(larger, hn::Zero(d));
-  return {larger, hn::IfThenZeroElse(isZero, hn::Mul(hn::Div(b, larger), half))};
+HWY_INLINE V LargerRootPart(V re, V im) {
+  constexpr hn::DFromV<V> d;
+  const auto norm = hn::Sqrt(hn::Add(hn::Mul(re, re), hn::Mul(im, im)));
+  return hn::Sqrt(hn::Mul(hn::Add(norm, hn::Abs(re)), hn::Set(d, 0.5)));
 }
 
-// The parts in their places, with the sign of the imaginary part.
+// The root of re + i im, given w.
 template <class V>
-HWY_INLINE Parts<V> InPlace(V re, V im, RootParts<V> root) {
+HWY_INLINE Parts<V> RootFrom(V re, V im, V larger) {
   constexpr hn::DFromV<V> d;
+  const auto quotient = hn::Mul(hn::Div(hn::Abs(im), larger), hn::Set(d, 0.5));
+  const auto smaller = hn::IfThenZeroElse(hn::Eq(larger, hn::Zero(d)), quotient);
   const auto isLeft = hn::Lt(re, hn::Zero(d));
-  return {hn::IfThenElse(isLeft, root.smaller, root.larger),
-          hn::CopySign(hn::IfThenElse(isLeft, root.larger, root.smaller), im)};
+  return {hn::IfThenElse(isLeft, smaller, larger), hn::CopySign(hn::IfThenElse(isLeft, larger, smaller), im)};
 }
 
 // Infinities and NaN: an infinite imaginary part makes both parts infinite, an infinite real one the part on its axis.
@@ -114,58 +109,51 @@ template <class V>
 HWY_NOINLINE Parts<V> RootOfSpecial(V re, V im, Parts<V> root) {
   constexpr hn::DFromV<V> d;
   const auto infinity = hn::Set(d, kInfinity<double>), zero = hn::Zero(d);
-  const auto isInfinite = hn::Eq(hn::Abs(re), infinity), hasNumber = hn::Eq(im, im);
   const auto isLeft = hn::Lt(re, zero);
-  const auto onAxis = hn::And(isInfinite, hasNumber);
-  root.re = hn::IfThenElse(onAxis, hn::IfThenElse(isLeft, zero, infinity), root.re);
-  root.im = hn::IfThenElse(onAxis, hn::CopySign(hn::IfThenElse(isLeft, infinity, zero), im), root.im);
-  // (infinity, NaN) keeps its infinity, on the axis where it belongs.
-  const auto alone = hn::AndNot(hasNumber, isInfinite);
-  root.re = hn::IfThenElse(alone, hn::IfThenElse(isLeft, im, infinity), root.re);
-  root.im = hn::IfThenElse(alone, hn::IfThenElse(isLeft, infinity, im), root.im);
-  const auto both = hn::Eq(hn::Abs(im), infinity);
-  return {hn::IfThenElse(both, infinity, root.re), hn::IfThenElse(both, im, root.im)};
+  // Off the axis is zero with the sign of the other part, or that part if it is NaN.
+  const auto isNan = hn::IsNaN(im);
+  const auto off = hn::IfThenElse(isNan, im, zero);
+  const Parts<V> onAxis{hn::IfThenElse(isLeft, off, infinity), hn::IfThenElse(isLeft, infinity, off)};
+  const auto signedIm = hn::IfThenElse(isNan, onAxis.im, hn::CopySign(onAxis.im, im));
+  const auto isOnAxis = hn::Eq(hn::Abs(re), infinity), isUpward = hn::Eq(hn::Abs(im), infinity);
+  return {hn::IfThenElse(isUpward, infinity, hn::IfThenElse(isOnAxis, onAxis.re, root.re)),
+          hn::IfThenElse(isUpward, im, hn::IfThenElse(isOnAxis, signedIm, root.im))};
 }
 
 struct ComplexFloatRoot {
   template <class V>
-  static HWY_INLINE Parts<V> InDouble(V re, V im) {
-    constexpr hn::ScalableTag<double> d;
-    const auto root = InPlace(re, im, ComplexRoot(d, re, im));
-    const auto least = hn::Set(d, kInfinity<double>);
-    const auto finite = hn::And(hn::Lt(hn::Abs(re), least), hn::Lt(hn::Abs(im), least));
-    return HWY_LIKELY(hn::AllTrue(d, finite)) ? root : RootOfSpecial(re, im, root);
+  static HWY_INLINE Parts<V> Finished(V re, V im, V larger) {
+    constexpr hn::DFromV<V> d;
+    const auto root = RootFrom(re, im, larger);
+    const auto infinity = hn::Set(d, kInfinity<double>);
+    const auto isFinite = hn::And(hn::Lt(hn::Abs(re), infinity), hn::Lt(hn::Abs(im), infinity));
+    return HWY_LIKELY(hn::AllTrue(d, isFinite)) ? root : RootOfSpecial(re, im, root);
   }
-  // Squares of floats neither overflow nor underflow in double.
   template <class V>
   HWY_INLINE Parts<V> operator()(auto d, Parts<V> z) const {
     if constexpr (std::is_same_v<hn::TFromV<V>, float>) {
-      const auto lower = InDouble(LowerDoubles(d, z.re), LowerDoubles(d, z.im));
-      const auto upper = InDouble(UpperDoubles(d, z.re), UpperDoubles(d, z.im));
+      const auto half = [](auto re, auto im) HWY_ATTR { return Finished(re, im, LargerRootPart(re, im)); };
+      const auto lower = half(LowerDoubles(d, z.re), LowerDoubles(d, z.im));
+      const auto upper = half(UpperDoubles(d, z.re), UpperDoubles(d, z.im));
       return {FromDoubles(d, lower.re, upper.re), FromDoubles(d, lower.im, upper.im)};
     } else {
       const auto larger = hn::Max(hn::Abs(z.re), hn::Abs(z.im));
       const auto usual = hn::And(hn::Ge(larger, hn::Set(d, 0x1p-400)), hn::Le(larger, hn::Set(d, 0x1p400)));
-      if (HWY_LIKELY(hn::AllTrue(d, usual))) return InDouble(z.re, z.im);
-      return Scaled(z);
+      if (HWY_UNLIKELY(!hn::AllTrue(d, usual))) return Scaled(z, larger);
+      return Finished(z.re, z.im, LargerRootPart(z.re, z.im));
     }
   }
-  // By 2^600 or 2^-600, whose roots are powers of two as well.
+  // w of z scaled by 2^700 or 2^-700, and back by the root of that. Of the smaller part nothing is lost.
   template <class V>
-  static HWY_NOINLINE Parts<V> Scaled(Parts<V> z) {
+  static HWY_NOINLINE Parts<V> Scaled(Parts<V> z, V magnitude) {
     constexpr hn::DFromV<V> d;
-    const auto larger = hn::Max(hn::Abs(z.re), hn::Abs(z.im));
-    const auto isLarge = hn::Gt(larger, hn::Set(d, 0x1p400)), isSmall = hn::Lt(larger, hn::Set(d, 0x1p-400));
+    const auto isLarge = hn::Gt(magnitude, hn::Set(d, 0x1p400)), isSmall = hn::Lt(magnitude, hn::Set(d, 0x1p-400));
     const auto choose = [=](double large, double small) HWY_ATTR {
       return hn::IfThenElse(isLarge, hn::Set(d, large), hn::IfThenElse(isSmall, hn::Set(d, small), hn::Set(d, 1.0)));
     };
-    const auto by = choose(0x1p-700, 0x1p700), back = choose(0x1p350, 0x1p-350);
-    const auto root = InDouble(hn::Mul(z.re, by), hn::Mul(z.im, by));
-    // What scaling down has made zero of the smaller part is not lost: im / 2w.
-    const auto direct = hn::Mul(hn::Div(z.im, hn::Mul(root.re, back)), hn::Set(d, 0.5));
-    const auto isRight =
-        hn::And(isLarge, hn::And(hn::Ge(z.re, hn::Abs(z.im)), hn::Lt(z.re, hn::Set(d, kInfinity<double>))));
-    return {hn::Mul(root.re, back), hn::IfThenElse(isRight, direct, hn::Mul(root.im, back))};
+    const auto by = choose(0x1p-700, 0x1p700);
+    const auto larger = LargerRootPart(hn::Mul(z.re, by), hn::Mul(z.im, by));
+    return Finished(z.re, z.im, hn::Mul(larger, choose(0x1p350, 0x1p-350)));
   }
 };
 
@@ -175,25 +163,19 @@ struct ComplexIntegerRoot {
   double unit;
 
   HWY_INLINE auto operator()(auto d, auto v) const {
-    constexpr hn::ScalableTag<double> dw;
-    constexpr hn::Rebind<int32_t, decltype(dw)> di32;
-    const auto pairs = hn::BitCast(di32, v);
-    const auto re = hn::PromoteTo(dw, hn::ShiftRight<16>(hn::ShiftLeft<16>(pairs)));
-    const auto im = hn::PromoteTo(dw, hn::ShiftRight<16>(pairs));
-    const auto root = InPlace(re, im, ComplexRoot(dw, re, im));
-    const auto low = hn::And(hn::DemoteTo(di32, Rounded(re, im, root.re)), hn::Set(di32, 0xFFFF));
-    return hn::BitCast(d, hn::Or(low, hn::ShiftLeft<16>(hn::DemoteTo(di32, Rounded(hn::Neg(re), im, root.im)))));
+    const auto z = ToDoubles(v);
+    const auto root = RootFrom(z.re, z.im, LargerRootPart(z.re, z.im));
+    return ToPairs(d, Parts<Doubles>{Rounded(z.re, z.im, root.re), Rounded(hn::Neg(z.re), z.im, root.im)});
   }
 
-  // The part whose square is (|z| + a) / 2, rounded and saturated.
+  // The part whose square is (|z| + a) / 2, rounded.
   HWY_INLINE Doubles Rounded(Doubles a, Doubles b, Doubles part) const {
     constexpr hn::ScalableTag<double> dw;
     const auto exact = [this](double aLane, double bLane, double below) {
       return roundedHalfAngleRoot(static_cast<int>(aLane), static_cast<int>(bLane), scale, static_cast<int64_t>(below));
     };
     const auto value = hn::Mul(hn::Abs(part), hn::Set(dw, unit));
-    const auto rounded = RoundedExactly(value, 32768.0, 0x1p-30, exact, a, b);
-    return hn::Min(hn::CopySign(rounded, part), hn::Set(dw, 32767.0));
+    return hn::CopySign(RoundedExactly(value, 0x1p15, 0x1p-30, exact, a, b), part);
   }
 };
 
@@ -231,21 +213,25 @@ struct Magnitude32 {
   double unit;
 
   HWY_INLINE auto operator()(auto d, auto pairs) const {
-    constexpr hn::RepartitionToWide<hn::DFromV<decltype(pairs)>> dn;
-    const auto odd = OddLanes(pairs);
-    const auto sum = hn::Add(hn::MulEven(pairs, pairs), hn::MulEven(odd, odd));
-    return RoundTo<Rounding::kNearest>(
-        d, RoundedRootOf64(hn::BitCast(hn::RebindToUnsigned<decltype(dn)>{}, sum), scale, unit));
+    return RoundTo<Rounding::kNearest>(d, RoundedRootOf64(SumOfSquares(pairs), scale, unit));
   }
 };
 
+// ---- Forms
+
 template <class Op, class D, class... S>
-HWY_NOINLINE bool mapMagnitude(const Op& op, D* dst, size_t len, S... source) {
+HWY_NOINLINE bool mapWithoutWarning(const Op& op, D* dst, size_t len, S... source) {
   Map(op, dst, len, source...);
   return false;
 }
 
-// ---- Forms
+// Map for a call that two threads may share from the length `from` on.
+template <int from, class Op, class D, class... S>
+OrpStatus mapInParts(const Op& op, D* dst, int len, S... source) {
+  inParts<from>(
+      len, [=](size_t i, size_t count) HWY_ATTR { return mapWithoutWarning(op, dst + i, count, source.From(i)...); });
+  return StsOk;
+}
 
 template <int from, class T>
 OrpStatus root(const T* pSrc, T* pDst, int len) {
@@ -320,11 +306,7 @@ template <int from>
 OrpStatus complexRootSfs(const Orp16sc* pSrc, Orp16sc* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   const ComplexIntegerRoot op{scaleFactor, UnitOfScale(scaleFactor)};
-  inParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
-    Map(op, pDst + i, count, Vector<Orp16sc>{pSrc + i});
-    return false;
-  });
-  return StsOk;
+  return mapInParts<from>(op, pDst, len, Vector<Orp16sc>{pSrc});
 }
 
 template <int from>
@@ -335,43 +317,32 @@ OrpStatus complexRootInPlaceSfs(Orp16sc* pSrcDst, int len, int scaleFactor) {
 template <class Op, int from, class T, class D>
 OrpStatus magnitude(const T* pSrcRe, const T* pSrcIm, D* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrcRe, pSrcIm, pDst);
-  inParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
-    return mapMagnitude(Op{}, pDst + i, count, Vector<T>{pSrcRe + i}, Vector<T>{pSrcIm + i});
-  });
-  return StsOk;
+  return mapInParts<from>(Op{}, pDst, len, Vector<T>{pSrcRe}, Vector<T>{pSrcIm});
 }
 
 template <class Op, int from, class T, class D>
 OrpStatus magnitude(const T* pSrc, D* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   using Source = std::conditional_t<isFloat<T>, Planes<T>, Vector<T>>;
-  inParts<from>(len,
-                [=](size_t i, size_t count) HWY_ATTR { return mapMagnitude(Op{}, pDst + i, count, Source{pSrc + i}); });
-  return StsOk;
+  return mapInParts<from>(Op{}, pDst, len, Source{pSrc});
 }
 
 template <int from>
 OrpStatus magnitudeSfs(const Orp16s* pSrcRe, const Orp16s* pSrcIm, Orp16s* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrcRe, pSrcIm, pDst);
   const Magnitude16 op{{UnitOfScale(scaleFactor)}};
-  inParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
-    return mapMagnitude(op, pDst + i, count, Vector<Orp16s>{pSrcRe + i}, Vector<Orp16s>{pSrcIm + i});
-  });
-  return StsOk;
+  return mapInParts<from>(op, pDst, len, Vector<Orp16s>{pSrcRe}, Vector<Orp16s>{pSrcIm});
 }
 
 template <int from, class T, class D>
 OrpStatus magnitudeSfs(const T* pSrc, D* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  inParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
-    const Vector<T> source{pSrc + i};
-    if constexpr (sizeof(T) == 4) {
-      return mapMagnitude(Magnitude16{{UnitOfScale(scaleFactor)}}, pDst + i, count, source);
-    } else {
-      return mapMagnitude(Magnitude32{scaleFactor, UnitOfScale(scaleFactor)}, pDst + i, count, source);
-    }
-  });
-  return StsOk;
+  const double unit = UnitOfScale(scaleFactor);
+  if constexpr (sizeof(T) == 4) {
+    return mapInParts<from>(Magnitude16{{unit}}, pDst, len, Vector<T>{pSrc});
+  } else {
+    return mapInParts<from>(Magnitude32{scaleFactor, unit}, pDst, len, Vector<T>{pSrc});
+  }
 }
 
 }  // namespace

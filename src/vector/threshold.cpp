@@ -12,6 +12,7 @@
 #include <hwy/foreach_target.h>
 
 #include "simd/complex-inl.h"
+#include "simd/exponent-inl.h"
 #include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -185,20 +186,7 @@ struct Limit<side, Orp16sc> {
   }
 };
 
-// ---- Complex elements of floats, in planes of double, where squares neither overflow nor underflow
-
-template <class V>
-HWY_INLINE auto ToDoubles(V pairs) {
-  constexpr hn::ScalableTag<double> df64;
-  const auto parts = SplitHalves(pairs);
-  return Parts<hn::Vec<decltype(df64)>>{hn::PromoteTo(df64, parts.re), hn::PromoteTo(df64, parts.im)};
-}
-
-template <class D, class V>
-HWY_INLINE hn::Vec<D> ToFloats(D d, Parts<V> parts) {
-  constexpr hn::Rebind<float, hn::DFromV<V>> df32;
-  return JoinTo(d, Parts<hn::Vec<decltype(df32)>>{hn::DemoteTo(df32, parts.re), hn::DemoteTo(df32, parts.im)});
-}
+// ---- Complex elements of floats, in planes of double
 
 template <class V>
 HWY_INLINE V SquareOf(Parts<V> z) {
@@ -272,46 +260,12 @@ struct Limit<side, Orp32fc> {
       result.re = hn::IfThenElse(isZero, hn::Set(df64, level), result.re);
       result.im = hn::IfThenElse(isZero, zero, result.im);
     }
-    const auto limited = hn::BitCast(du64, ToFloats(d, result));
+    const auto limited = hn::BitCast(du64, ToPairs(d, result));
     return hn::BitCast(d, hn::IfThenElse(hn::RebindMask(du64, isBeyond), limited, hn::BitCast(du64, pairs)));
   }
 };
 
 // ---- Complex elements of doubles, scaled by powers of two
-
-// The larger part of each number, as bits: these order magnitudes, and a NaN above all of them.
-template <class V>
-HWY_INLINE auto LargerPart(V pairs) {
-  constexpr hn::RebindToUnsigned<hn::DFromV<V>> du;
-  const auto magnitude = hn::BitCast(du, hn::Abs(pairs));
-  return hn::Max(magnitude, hn::Reverse2(du, magnitude));
-}
-
-// Biased exponents, away from their ends so that 2^x and 2^-x are normal.
-constexpr uint64_t kLeastExponent = 1, kMostExponent = 2045, kUnitExponent = 1023;
-
-template <class V>
-HWY_INLINE V ExponentOf(V bits) {
-  constexpr hn::DFromV<V> du;
-  return hn::Min(hn::Max(hn::ShiftRight<52>(bits), hn::Set(du, kLeastExponent)), hn::Set(du, kMostExponent));
-}
-template <class V>
-HWY_INLINE auto PowerOfTwo(V exponent) {
-  return hn::BitCast(hn::RebindToFloat<hn::DFromV<V>>{}, hn::ShiftLeft<52>(exponent));
-}
-
-// 2^-x for the biased exponent of 2^x.
-template <class V>
-HWY_INLINE auto InversePowerOfTwo(V exponent) {
-  return PowerOfTwo(hn::Sub(hn::Set(hn::DFromV<V>{}, 2 * kUnitExponent), exponent));
-}
-
-// |z|^2 in both lanes of a pair.
-template <class V>
-HWY_INLINE V SquareOfPairs(V pairs) {
-  const auto squares = hn::Mul(pairs, pairs);
-  return hn::Add(squares, hn::Reverse2(hn::DFromV<V>{}, squares));
-}
 
 // A level as fraction * 2^exponent, and elements compared with it at the level's scale, where their squares may
 // overflow or vanish without harm.
@@ -368,11 +322,7 @@ struct Limit<side, Orp64fc> {
     // than either part: the product does not overflow.
     const auto exponent = ExponentOf(larger);
     const auto magnitude = hn::Sqrt(SquareOfPairs(hn::Mul(z, InversePowerOfTwo(exponent))));
-    // By 2^(level.exponent - exponent) in two factors, each within range.
-    const auto shift = hn::Sub(hn::Set(du, level.exponent + 4 * kUnitExponent), exponent);  // positive
-    const auto firstHalf = hn::ShiftRight<1>(shift), secondHalf = hn::Sub(shift, firstHalf);
-    const auto factor = [=](auto half) HWY_ATTR { return PowerOfTwo(hn::Sub(half, hn::Set(du, kUnitExponent))); };
-    const auto scaled = hn::Mul(hn::Mul(z, factor(firstHalf)), factor(secondHalf));
+    const auto scaled = TimesPowerOfTwo(z, hn::Set(du, level.exponent), exponent);
     V result = hn::Mul(hn::Div(scaled, magnitude), hn::Set(d, level.fraction));
     if constexpr (side == Side::kBelow) {
       if (HWY_UNLIKELY(level.level == kInfinity)) result = Infinite(z);
@@ -415,7 +365,7 @@ struct Inverse<Orp32fc> : Watch<double> {
     const auto isUsual = hn::And(hn::Gt(square, levelSquare), hn::Lt(square, hn::Inf(df64)));
     if (HWY_LIKELY(hn::AllTrue(df64, isUsual))) {
       const auto factor = hn::Div(one, square);
-      return ToFloats(d, Parts<hn::Vec<decltype(df64)>>{hn::Mul(z.re, factor), hn::Neg(hn::Mul(z.im, factor))});
+      return ToPairs(d, Parts<hn::Vec<decltype(df64)>>{hn::Mul(z.re, factor), hn::Neg(hn::Mul(z.im, factor))});
     }
     const auto isZero = hn::Eq(square, zero);
     if (level == 0) Note(isZero);
@@ -428,7 +378,7 @@ struct Inverse<Orp32fc> : Watch<double> {
     };
     const auto re = hn::IfThenElse(isZero, InverseOfZero(df64, z.re, level), product(z.re));
     const auto im = hn::IfThenElse(isZero, zero, product(hn::Neg(z.im)));
-    return ToFloats(d, Parts<hn::Vec<decltype(df64)>>{re, im});
+    return ToPairs(d, Parts<hn::Vec<decltype(df64)>>{re, im});
   }
 };
 

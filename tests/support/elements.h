@@ -11,41 +11,20 @@ template <class T>
 struct Element {
   using Part = T;
 };
-template <>
-struct Element<Orp16f> {
-  using Part = Orp16u;
+template <class T>
+requires requires(T t) { t.re; }
+struct Element<T> {
+  using Part = decltype(T::re);
 };
-template <>
-struct Element<Orp24u> {
+template <class T>
+requires requires(T t) { t.bits; }
+struct Element<T> {
+  using Part = decltype(T::bits);
+};
+template <class T>
+requires requires(T t) { t.byte; }
+struct Element<T> {
   using Part = Orp8u;
-};
-template <>
-struct Element<Orp24s> {
-  using Part = Orp8u;
-};
-template <>
-struct Element<Orp8sc> {
-  using Part = Orp8s;
-};
-template <>
-struct Element<Orp16sc> {
-  using Part = Orp16s;
-};
-template <>
-struct Element<Orp32sc> {
-  using Part = Orp32s;
-};
-template <>
-struct Element<Orp64sc> {
-  using Part = Orp64s;
-};
-template <>
-struct Element<Orp32fc> {
-  using Part = Orp32f;
-};
-template <>
-struct Element<Orp64fc> {
-  using Part = Orp64f;
 };
 
 // The number itself, or the type of re and im, or the bits or a byte of what is no number to the language.
