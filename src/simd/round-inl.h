@@ -77,19 +77,25 @@ HWY_INLINE V AwayBeforeTruncation(V v) {
 // v as integers of the destination's type, saturated; v is no NaN.
 template <Rounding rounding, class D, class V>
 HWY_INLINE hn::Vec<D> RoundTo(D d, V v) {
-  v = ClampTo<hn::TFromD<D>>(v);
-  if constexpr (rounding == Rounding::kAway) v = AwayBeforeTruncation(v);
-  const auto integers = [v]() HWY_ATTR {
-    if constexpr (rounding == Rounding::kNearest) {
-      return NearestInt32(v);
-    } else {
-      return TruncatedInt32(v);
+  constexpr hn::DFromV<V> dw;
+  const auto integers = [=]() HWY_ATTR {
+    const auto clamped = ClampTo<hn::TFromD<D>>(v);
+    if constexpr (rounding == Rounding::kZero) {
+      return TruncatedInt32(clamped);
+    } else if constexpr (rounding == Rounding::kAway) {
+      return TruncatedInt32(AwayBeforeTruncation(clamped));
+    } else if constexpr (sizeof(hn::TFromV<V>) == 4) {
+      return NearestInt32(clamped);
+    } else {  // the integer in the lower bits of the sum; quicker than the instruction and narrowing from 32 bits
+      return hn::BitCast(hn::RebindToSigned<decltype(dw)>{}, hn::Add(clamped, hn::Set(dw, 0x1.8p52)));
     }
   }();
-  if constexpr (sizeof(hn::TFromD<D>) == 4) {
+  using Integer = hn::TFromV<decltype(integers)>;
+  if constexpr (sizeof(Integer) == sizeof(hn::TFromD<D>)) {
     return integers;
-  } else {
-    return hn::DemoteTo(d, integers);
+  } else {  // all are in range: the lower bits are all that is needed
+    constexpr hn::RebindToUnsigned<D> du;
+    return hn::BitCast(d, hn::TruncateTo(du, hn::BitCast(hn::Rebind<hwy::MakeUnsigned<Integer>, D>{}, integers)));
   }
 }
 

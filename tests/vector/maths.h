@@ -118,10 +118,9 @@ struct Near {
   }
 };
 
-// Both parts, each within units of its own or of the magnitude.
+// Both parts, each within units of its own.
 struct NearPair {
   Near re, im;
-  bool ofMagnitude = false;
 };
 
 template <int operands>
@@ -168,14 +167,7 @@ struct Function : Operation<operands> {
   }
   template <class D>
   bool matches(D got, NearPair want) const {
-    if (!want.ofMagnitude) return matches(got.re, want.re) && matches(got.im, want.im);
-    const Quad magnitude = hypotq(want.re.exact, want.im.exact);
-    if (!finiteq(magnitude)) return matches(got.re, want.re) && matches(got.im, want.im);
-    const Quad unit = orptest::unitOf(static_cast<Part<D>>(magnitude));
-    const auto part = [&](Part<D> x, Near near) {
-      return orptest::isNegative(near.exact) == std::signbit(x) && fabsq(x - near.exact) <= near.units * unit;
-    };
-    return part(got.re, want.re) && part(got.im, want.im);
+    return matches(got.re, want.re) && matches(got.im, want.im);
   }
 
  private:
@@ -220,7 +212,7 @@ struct Sqrt : Function<1> {
     const Quad small = large == 0 || isinfq(b) ? large : isinfq(a) && !isnanq(b) ? Quad{0} : fabsq(b) / large / 2;
     const bool left = signbitq(a) != 0;
     const Quad im = left ? large : small;
-    return {{left ? small : large, units}, {isnanq(b) ? im : copysignq(im, b), units}, true};
+    return {{left ? small : large, units}, {isnanq(b) ? im : copysignq(im, b), units}};
   }
 };
 

@@ -86,9 +86,10 @@ OrpStatus orpsPhase_64fc(const Orp64fc* pSrc, Orp64f* pDst, int len);
  *  PolarToCart: re = magnitude * cos(phase), im = magnitude * sin(phase), phase in radians, of any size (large ones are
  *  reduced with as many digits of pi as it takes [Payne, Hanek: Radian reduction for trigonometric functions, ACM
  * SIGNUM Newsletter 18(1), 1983]). Each part has an error below 2 units in the last place; the last bits may differ
- * between processors (vector widths). An infinite or NaN phase gives NaN. A negative magnitude is allowed. Members
- * `32f` and `64f` take and write four arrays, `32fc` and `64fc` have complex elements on the Cartesian side. A
- * destination may be the same array as a source of its element type. Statuses: `StsOk`, `StsNullPtr`, `StsBadSize`.
+ * between processors (vector widths). An infinite or NaN phase gives NaN, and so does an infinite magnitude at phase 0
+ * (0 times infinity). A negative magnitude is allowed. Members `32f` and `64f` take and write four arrays, `32fc` and
+ * `64fc` have complex elements on the Cartesian side. A destination may be the same array as a source of its element
+ * type. Statuses: `StsOk`, `StsNullPtr`, `StsBadSize`.
  *  @{ */
 OrpStatus orpsCartToPolar_32f(const Orp32f* pSrcRe, const Orp32f* pSrcIm, Orp32f* pDstMagn, Orp32f* pDstPhase, int len);
 OrpStatus orpsPolarToCart_32f(const Orp32f* pSrcMagn, const Orp32f* pSrcPhase, Orp32f* pDstRe, Orp32f* pDstIm, int len);

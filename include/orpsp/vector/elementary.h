@@ -32,9 +32,9 @@ extern "C" {
  * `64s16s` take 32- and 64-bit elements and saturate to 16 bits.
  *
  *  Complex: the principal root, whose real part is not negative and whose imaginary part has the sign of the source's.
- *  `32fc` computes in double; the error of each part is at most 1 unit in the last place of the root's magnitude.
- * `64fc` scales by powers of two where |z|^2 would overflow or underflow; the error is at most 4 such units. An
- * infinite imaginary part gives (+inf, that part); otherwise an infinite real part gives (+inf, +-0) or, where it is
+ *  `32fc` computes in double; the error of each part is at most 1 unit in its last place. `64fc` scales by
+ * powers of two where |z|^2 would overflow or underflow; the error of each part is at most 4 units in its last place.
+ * An infinite imaginary part gives (+inf, that part); otherwise an infinite real part gives (+inf, +-0) or, where it is
  * negative, (0, +-inf); these rules win over a NaN in the other part, which then stays NaN. `16sc`: both parts of the
  * exact root are rounded. Complex roots are the same bits everywhere and have no warnings.
  *
