@@ -1,0 +1,24 @@
+// Sorts that also tell the permutation: quicksort in fixed steps, its partition by bit sets.
+#include "orpsp/stats/sorting.h"
+
+#include "frame/entry.h"
+#include "simd/targets.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "stats/sort_index.cpp"
+#include <hwy/foreach_target.h>
+
+#include "vector/forms-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#define ORPSP_TABLE "exports/sort_index.inc"
+#include "frame/exports-inl.h"
