@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds orpSP and uses it on real recordings: mixes two into one, converts one, limits one.
+# Builds orpSP and uses it on real recordings: mixes two into one, converts one, limits one, measures one.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 . scripts/packages.sh
@@ -34,3 +34,6 @@ echo "The first recording, nowhere louder than 12 dB below full scale:"
 build/release/bin/wavtool limit "$sounds/Front_Left.wav" build/limit.wav --level -12
 echo
 echo "They are in $PWD/build/convert.wav and $PWD/build/limit.wav"
+echo
+echo "What the first recording is like:"
+build/release/bin/wavtool stats "$sounds/Front_Left.wav"

@@ -13,6 +13,8 @@ std::span<const Case> convertCases();
 std::span<const Case> thresholdCases();
 std::span<const Case> mathsCases();
 std::span<const Case> complexCases();
+std::span<const Case> reductionCases();
+std::span<const Case> extremaCases();
 
 }  // namespace bench
 

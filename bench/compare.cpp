@@ -80,7 +80,7 @@ bool agree(const Case& c, const std::vector<std::byte>& x, const std::vector<std
 // A benchmark of something wrong is worth nothing.
 void check(const Case& c, const Data& data) {
   constexpr int kLength = 1000;
-  const size_t size = kLength * c.elementBytes;
+  const size_t size = c.resultBytes != 0 ? c.resultBytes : kLength * c.elementBytes;
   const std::vector<std::byte> before(data.result, data.result + size);
   std::vector<std::vector<std::byte>> results;
   for (const Work work : {c.library, c.plain, c.volk, c.sleef, c.fastSleef}) {

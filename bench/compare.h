@@ -48,10 +48,11 @@ enum class Kind {
 struct Case {
   std::string name;
   Kind kind;            // of the data
-  size_t elementBytes;  // of the destination
+  size_t elementBytes;  // of the destination, or of the source if the result is not a vector
   Work library, plain, volk = nullptr;
   double tolerance = 0;  // relative, for results of floating point that the compiler may contract; 0: same bits
   Work sleef = nullptr, fastSleef = nullptr;  // SLEEF's functions of 1 and of 3.5 units in the last place
+  size_t resultBytes = 0;                     // of a result that is not a vector
 };
 
 // Runs every case at every length and writes a Markdown table for each group to standard output.

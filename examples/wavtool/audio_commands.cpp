@@ -6,6 +6,7 @@ void addAudioCommands(CLI::App& tool, const Options& options) {
   addMix(tool, options);
   addConvert(tool, options);
   addLimit(tool, options);
+  addStats(tool, options);
 }
 
 }  // namespace wavtool

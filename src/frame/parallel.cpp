@@ -15,7 +15,7 @@
 namespace orpsp {
 namespace {
 
-constexpr int kMostThreads = 2;  // of one element-wise call, however many the core library grants
+constexpr int kMostThreads = 2;  // of one call, however many the core library grants
 
 // Idle threads of the OpenMP team wait in the runtime's code for the next region. That code must outlive the library
 // being unloaded: on Linux it is libgomp, on Windows it is linked into the DLL itself.
@@ -31,23 +31,39 @@ void keepThreadRuntimeLoaded() {
 #endif
 }
 
+// A region of at most `granted` threads: work(thread, threads of the team) on each of them.
+template <class Work>
+void inTeam(int granted, const Work& work) {
+  static const bool kept = (keepThreadRuntimeLoaded(), true);
+  static_cast<void>(kept);
+#pragma omp parallel num_threads(std::min(granted, kMostThreads))
+  work(omp_get_thread_num(), omp_get_num_threads());
+}
+
 }  // namespace
 
 bool forEachPart(int len, int threshold, PartFunction part, const void* call) {
   const int granted = len < threshold ? 1 : ownGetNumThreads();
   if (granted < 2 || len < granted) return part(call, 0, len) != 0;
 
-  static const bool kept = (keepThreadRuntimeLoaded(), true);
-  static_cast<void>(kept);
   int failed = 0;
-#pragma omp parallel num_threads(std::min(granted, kMostThreads)) reduction(+ : failed)
-  {
-    const int team = omp_get_num_threads(), thread = omp_get_thread_num();
+  inTeam(granted, [&](int thread, int team) {
     const int chunk = len / team, begin = thread * chunk;
     const int count = thread == team - 1 ? len - begin : chunk;
-    if (part(call, begin, count) != 0) ++failed;
-  }
+    if (part(call, begin, count) != 0) {
+#pragma omp atomic
+      ++failed;
+    }
+  });
   return failed != 0;
+}
+
+bool mayUseTwoThreads() { return ownGetNumThreads() >= 2; }
+
+void onTwoThreads(HalfFunction half, const void* call) {
+  inTeam(2, [=](int thread, int team) {
+    for (int which = thread; which < 2; which += team) half(call, which);  // a nested region has one thread
+  });
 }
 
 }  // namespace orpsp

@@ -1,4 +1,4 @@
-// When and how a long element-wise call is shared by threads.
+// When and how a long call is shared by threads.
 #pragma once
 
 #include <type_traits>
@@ -22,5 +22,17 @@ bool forEachPart(int len, int threshold, const Call& call) {
       },
       &call);
 }
+
+// Calls `half` with 0 and with 1, each on a thread of its own. Only for calls that may use two threads.
+using HalfFunction = void (*)(const void* call, int which);
+void onTwoThreads(HalfFunction half, const void* call);
+
+template <class Call>
+void onTwoThreads(const Call& call) {
+  onTwoThreads([](const void* opaque, int which) { (*static_cast<const Call*>(opaque))(which); }, &call);
+}
+
+// The core library grants two threads or more.
+bool mayUseTwoThreads();
 
 }  // namespace orpsp

@@ -8,12 +8,345 @@
 #define HWY_TARGET_INCLUDE "stats/moments.cpp"
 #include <hwy/foreach_target.h>
 
+#include "stats/integer_sums-inl.h"
 #include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
+
+constexpr int kFast = 1;  // hint
+
+bool isAtMultipleOf(size_t bytes, const void* p) { return reinterpret_cast<uintptr_t>(p) % bytes == 0; }
+
+// ---- Sums of floating point
+
+// The sum of a block's floats in single precision.
+template <class T>
+using BlockSum = SumOf<float, kUsualLanes<float>, T>;
+
+HWY_NOINLINE double accurateSum(const float* p, size_t len) {
+  SumOf<double, 8, Itself> eight{};
+  if (!isAtMultipleOf(8, p)) {
+    AccumulateFew(eight, 1, Vector<float>{p});
+    ++p, --len;
+  }
+  p += AccumulateSteps(eight, len, Vector<float>{p});
+  SumOf<double, 4, Itself> four{eight.sum.Folded<4>()};
+  p += AccumulateSteps(four, len & 4, Vector<float>{p});
+  for (const size_t few : {2, 1}) {
+    if (!(len & few)) continue;
+    AccumulateFew(four, few, Vector<float>{p});
+    p += few;
+  }
+  return four.sum.Total();
+}
+
+HWY_NOINLINE double fastSum(const float* p, size_t len) {
+  const size_t misplaced = reinterpret_cast<uintptr_t>(p) % 16;
+  size_t head = misplaced % 4 == 0 ? (16 - misplaced) / 4 % 4 : 0;
+  double sum = 0;
+  for (; head != 0 && len != 0; --head, --len) sum += double{*p++};
+  return sum + SumInBlocks<BlockSum<Itself>>(len, Vector<float>{p});
+}
+
+template <class T>
+HWY_NOINLINE Sums<double, 2> doubleSum(const T* p, size_t len) {
+  return Accumulated<SumOf<double, kUsualLanes<double>, Itself>>(len, Vector<T>{p}).sum.template Folded<2>();
+}
+
+struct Complex {
+  double re, im;
+};
+
+template <class T>
+HWY_INLINE Complex complexSum(const T* p, size_t len) {
+  const auto sums = doubleSum(lanes(p), 2 * len).Totals();
+  return {sums.re, sums.im};
+}
+
+HWY_NOINLINE Complex fastComplexSum(const Orp32fc* p, size_t len) {
+  Complex sum = {0, 0};
+  ForEachBlock(2 * len, kSingleBlock, [&](size_t begin, size_t count) HWY_ATTR {
+    const auto part = Accumulated<BlockSum<Itself>>(count, Vector<float>{lanes(p) + begin}).sum.Totals();
+    sum.re += double{part.re};
+    sum.im += double{part.im};
+  });
+  return sum;
+}
+
+HWY_INLINE double sumOf(const float* p, size_t len, int hint) {
+  return hint == kFast ? fastSum(p, len) : accurateSum(p, len);
+}
+HWY_INLINE Complex sumOf(const Orp32fc* p, size_t len, int hint) {
+  return hint == kFast ? fastComplexSum(p, len) : complexSum(p, len);
+}
+HWY_INLINE double sumOf(const double* p, size_t len) { return doubleSum(p, len).Total(); }
+HWY_INLINE Complex sumOf(const Orp64fc* p, size_t len) { return complexSum(p, len); }
+
+// In the precision of T.
+template <class T>
+HWY_INLINE T As(double v) {
+  return static_cast<T>(v);
+}
+template <class T>
+HWY_INLINE T As(Complex v) {
+  return {static_cast<Lane<T>>(v.re), static_cast<Lane<T>>(v.im)};
+}
+
+HWY_INLINE double over(int len, double v) { return v / len; }
+HWY_INLINE double over(int len, float v) { return double{v} / len; }
+template <class T>
+HWY_INLINE Complex over(int len, T v) {
+  return {over(len, v.re), over(len, v.im)};
+}
+
+template <class T, class... Hint>
+OrpStatus sum(const T* pSrc, int len, T* pSum, Hint... hint) {
+  ORPS_CHECK_VECTOR(len, pSrc, pSum);
+  put(pSum, As<T>(sumOf(pSrc, Size(len), hint...)));
+  return StsOk;
+}
+
+// The sum is rounded to the type of the elements before it is divided.
+template <class T, class... Hint>
+OrpStatus mean(const T* pSrc, int len, T* pMean, Hint... hint) {
+  ORPS_CHECK_VECTOR(len, pSrc, pMean);
+  put(pMean, As<T>(over(len, As<T>(sumOf(pSrc, Size(len), hint...)))));
+  return StsOk;
+}
+
+// ---- Sums of integers
+
+HWY_NOINLINE int64_t exactSum(const Orp16s* p, size_t len) { return Accumulated<Sum16>(len, Vector<Orp16s>{p}).total; }
+
+HWY_NOINLINE int64_t exactSum(const Orp32s* p, size_t len) {
+  return Accumulated<SumOf<int64_t, kUsualLanes<int64_t>, Itself>>(len, Vector<Orp32s>{p}).sum.Total();
+}
+
+// Of both parts: lanes of 32 bits hold a pair, of which one part is multiplied by 0.
+struct ComplexSum16 : OfVectors<2> {
+  Sum16 re, im;
+
+  HWY_INLINE void Add(size_t k, auto v) {
+    constexpr hn::ScalableTag<int16_t> d;
+    const auto isReal = hn::BitCast(d, hn::Set(hn::ScalableTag<int32_t>{}, 0xFFFF));
+    re.Add(k, hn::And(v, isReal));
+    im.Add(k, hn::AndNot(isReal, v));
+  }
+  HWY_INLINE void Flush() {
+    re.Flush();
+    im.Flush();
+  }
+};
+
+struct ExactComplex {
+  int64_t re, im;
+};
+
+HWY_NOINLINE ExactComplex exactSum(const Orp16sc* p, size_t len) {
+  const auto sums = Accumulated<ComplexSum16>(2 * len, Vector<Orp16s>{lanes(p)});
+  return {sums.re.total, sums.im.total};
+}
+
+// finish(total, range) of the total or of both its parts, for a result of type D.
+template <class D>
+HWY_INLINE D Finished(int64_t total, const auto& finish) {
+  return static_cast<D>(finish(total, kRange<D>));
+}
+template <class D>
+HWY_INLINE D Finished(ExactComplex total, const auto& finish) {
+  return {Finished<Lane<D>>(total.re, finish), Finished<Lane<D>>(total.im, finish)};
+}
+
+template <class T, class D>
+OrpStatus sumSfs(const T* pSrc, int len, D* pSum, int scaleFactor) {
+  ORPS_CHECK_VECTOR(len, pSrc, pSum);
+  put(pSum, Finished<D>(exactSum(pSrc, Size(len)),
+                        [=](int64_t total, Range64 range) { return scaledTotal(total, scaleFactor, range); }));
+  return StsOk;
+}
+
+template <class T, class D>
+OrpStatus meanSfs(const T* pSrc, int len, D* pMean, int scaleFactor) {
+  ORPS_CHECK_VECTOR(len, pSrc, pMean);
+  put(pMean, Finished<D>(exactSum(pSrc, Size(len)),
+                         [=](int64_t total, Range64 range) { return scaledQuotient(total, len, scaleFactor, range); }));
+  return StsOk;
+}
+
+// ---- Standard deviations
+
+template <class T, size_t kLanes>
+struct SumsAndSquares {
+  using Lanes = Sums<T, kLanes>;
+  static constexpr size_t kVectors = Lanes::kVectors, kPer = Lanes::kWidth;
+  Lanes sum, squares;
+
+  HWY_INLINE void Add(size_t k, auto v) {
+    const auto x = Lift(typename Lanes::D{}, v);
+    sum.Add(k, x);
+    squares.Add(k, hn::Mul(x, x));
+  }
+};
+
+HWY_INLINE double root(double square) { return hn::GetLane(hn::Sqrt(hn::Set(hn::CappedTag<double, 1>{}, square))); }
+
+struct Moments {
+  double mean, deviation;
+};
+
+HWY_INLINE Moments momentsOf(double sum, double squares, double n) {
+  // Round-off must not make a negative variance; a NaN stays.
+  const double variance = n * squares - sum * sum;
+  return {double{static_cast<float>(sum)} / n, root((variance < 0 ? 0 : variance) / (n * (n - 1)))};
+}
+
+HWY_NOINLINE Moments accurateMoments(const float* p, size_t len) {
+  const double n = static_cast<double>(len);
+  SumsAndSquares<double, 4> sums{};
+  if (!isAtMultipleOf(8, p)) {
+    AccumulateFew(sums, 1, Vector<float>{p});
+    ++p, --len;
+  }
+  p += AccumulateSteps(sums, len, Vector<float>{p});
+  for (const size_t few : {2, 1}) {
+    if (!(len & few)) continue;
+    AccumulateFew(sums, few, Vector<float>{p});
+    p += few;
+  }
+  return momentsOf(sums.sum.Total(), sums.squares.Total(), n);
+}
+
+HWY_NOINLINE Moments fastMoments(const float* p, size_t len) {
+  double sum = 0, squares = 0;
+  ForEachBlock(len, kSingleBlock, [&](size_t begin, size_t count) HWY_ATTR {
+    const auto part = Accumulated<SumsAndSquares<float, kUsualLanes<float> / 2>>(count, Vector<float>{p + begin});
+    sum += double{part.sum.Total()};
+    squares += double{part.squares.Total()};
+  });
+  return momentsOf(sum, squares, static_cast<double>(len));
+}
+
+HWY_INLINE Moments momentsOf(const float* p, size_t len, int hint) {
+  return hint == kFast ? fastMoments(p, len) : accurateMoments(p, len);
+}
+
+// Source: differences from a center, none beyond the end.
+struct FromCenter : Padded<double> {
+  template <size_t count>
+  HWY_INLINE auto Load(size_t i) const {
+    return Difference(Padded<double>::Load<count>(i));
+  }
+  template <size_t count>
+  HWY_INLINE auto LoadFew(size_t few) const {
+    return Difference(Padded<double>::LoadFew<count>(few));
+  }
+  HWY_INLINE FromCenter From(size_t i) const { return {Padded<double>::From(i)}; }
+
+ private:
+  HWY_INLINE auto Difference(auto v) const { return hn::Sub(v, hn::Set(hn::DFromV<decltype(v)>{}, beyond)); }
+};
+
+HWY_INLINE double median(double a, double b, double c) {
+  const double least = a < b ? a : b, most = a < b ? b : a;
+  return c < least ? least : c > most ? most : c;
+}
+
+HWY_NOINLINE double deviationOf(const double* p, size_t len) {
+  constexpr size_t kTogether = 1024;
+  const double reference = get(p);
+  double mean = 0, squares = 0;  // of the elements so far, the mean less the reference [Chan, Golub, LeVeque 1983]
+  ForEachBlock(len, kTogether, [&](size_t begin, size_t count) HWY_ATTR {
+    const double before = static_cast<double>(begin), here = static_cast<double>(count);
+    const double center = median(get(p + begin), get(p + begin + count / 2), get(p + begin + count - 1));
+    const auto sums = Accumulated<SumsAndSquares<double, 16>>(count, FromCenter{{{p + begin}, center}});
+    const double sum = sums.sum.Total(), offset = sum / here, square = sums.squares.Total() - sum * offset;
+    const double step = (center - reference) + offset - mean;
+    squares += (square < 0 ? 0 : square) + step * step * (before * here / (before + here));
+    mean += step * (here / (before + here));
+  });
+  return root(squares / (static_cast<double>(len) - 1));
+}
+
+HWY_INLINE Moments momentsOf(const double* p, size_t len) {
+  return {sumOf(p, len) / static_cast<double>(len), deviationOf(p, len)};
+}
+
+#define ORPSP_CHECK_DEVIATION(len, ...)                      \
+  ORPS_RETURN_IF(::orpsp::anyNull(__VA_ARGS__), StsNullPtr); \
+  ORPS_RETURN_IF((len) < 2, StsBadSize)
+
+template <class... Hint>
+OrpStatus deviation(const Orp32f* pSrc, int len, Orp32f* pStdDev, int hint) {
+  ORPSP_CHECK_DEVIATION(len, pSrc, pStdDev);
+  put(pStdDev, As<Orp32f>(momentsOf(pSrc, Size(len), hint).deviation));
+  return StsOk;
+}
+OrpStatus deviation(const Orp64f* pSrc, int len, Orp64f* pStdDev) {
+  ORPSP_CHECK_DEVIATION(len, pSrc, pStdDev);
+  put(pStdDev, deviationOf(pSrc, Size(len)));
+  return StsOk;
+}
+
+template <class T, class... Hint>
+OrpStatus moments(const T* pSrc, int len, T* pMean, T* pStdDev, Hint... hint) {
+  ORPSP_CHECK_DEVIATION(len, pSrc, pMean, pStdDev);
+  const Moments result = momentsOf(pSrc, Size(len), hint...);
+  put(pMean, As<T>(result.mean));
+  put(pStdDev, As<T>(result.deviation));
+  return StsOk;
+}
+
+struct ExactMoments : OfVectors<2> {
+  Sum16 sum;
+  Squares16 squares;
+
+  HWY_INLINE void Add(size_t k, auto v) {
+    sum.Add(k, v);
+    squares.Add(k, v);
+  }
+  HWY_INLINE void Flush() {
+    sum.Flush();
+    squares.Flush();
+  }
+};
+
+struct ExactTotals {
+  int64_t sum;
+  uint64_t squares;
+
+  template <class D>
+  D Deviation(int len, int scale) const {
+    const auto n = static_cast<uint64_t>(len);
+    const Int128 above = static_cast<Int128>(squares) * len - static_cast<Int128>(sum) * sum;
+    return static_cast<D>(scaledRoot(static_cast<Uint128>(above), n * (n - 1), scale, kRange<D>));
+  }
+};
+
+HWY_NOINLINE ExactTotals exactTotals(const Orp16s* p, size_t len) {
+  const auto all = Accumulated<ExactMoments>(len, Vector<Orp16s>{p});
+  return {all.sum.total, all.squares.Total()};
+}
+
+template <class D>
+OrpStatus deviationSfs(const Orp16s* pSrc, int len, D* pStdDev, int scaleFactor) {
+  ORPSP_CHECK_DEVIATION(len, pSrc, pStdDev);
+  put(pStdDev, exactTotals(pSrc, Size(len)).template Deviation<D>(len, scaleFactor));
+  return StsOk;
+}
+
+template <class D>
+OrpStatus momentsSfs(const Orp16s* pSrc, int len, D* pMean, D* pStdDev, int scaleFactor) {
+  ORPSP_CHECK_DEVIATION(len, pSrc, pMean, pStdDev);
+  const ExactTotals result = exactTotals(pSrc, Size(len));
+  put(pMean, static_cast<D>(scaledQuotient(result.sum, len, scaleFactor, kRange<D>)));
+  put(pStdDev, result.template Deviation<D>(len, scaleFactor));
+  return StsOk;
+}
+
+#undef ORPSP_CHECK_DEVIATION
 
 }  // namespace
 }  // namespace HWY_NAMESPACE

@@ -51,18 +51,6 @@ int64_t roundedFixed(Uint128 value, int64_t bits) {
   return static_cast<int64_t>((value >> bits) + (value >> (bits - 1) & 1));
 }
 
-// For n < 2^126.
-uint64_t floorRoot(Uint128 n) {
-  auto root = static_cast<uint64_t>(std::sqrt(static_cast<double>(n)));
-  if (root == 0) return 0;
-  // One step of Newton's method, from 53 bits to all but the last.
-  const auto rest = static_cast<Int128>(n - static_cast<Uint128>(root) * root);
-  root += static_cast<uint64_t>(rest / (2 * static_cast<Int128>(root)));
-  while (static_cast<Uint128>(root) * root > n) --root;
-  while (static_cast<Uint128>(root + 1) * (root + 1) <= n) ++root;
-  return root;
-}
-
 // ln(n) in units of 2^-123.
 Uint128 logarithm(uint32_t n) {
   const int exponent = bitsOf(n) - 1;
@@ -78,6 +66,17 @@ Uint128 logarithm(uint32_t n) {
 }
 
 }  // namespace
+
+uint64_t floorRoot(Uint128 n) {
+  auto root = static_cast<uint64_t>(std::sqrt(static_cast<double>(n)));
+  if (root == 0) return 0;
+  // One step of Newton's method, from 53 bits to all but the last.
+  const auto rest = static_cast<Int128>(n - static_cast<Uint128>(root) * root);
+  root += static_cast<uint64_t>(rest / (2 * static_cast<Int128>(root)));
+  while (static_cast<Uint128>(root) * root > n) --root;
+  while (static_cast<Uint128>(root + 1) * (root + 1) <= n) ++root;
+  return root;
+}
 
 int64_t roundedRoot(uint64_t n, int scale) {
   if (n == 0 || scale > 40) return 0;  // roots are below 2^32

@@ -9,6 +9,9 @@
 
 namespace orpsp {
 
+// The integer at or below sqrt(n), n < 2^126.
+__extension__ uint64_t floorRoot(unsigned __int128 n);
+
 // sqrt(n), at most INT64_MAX.
 int64_t roundedRoot(uint64_t n, int scale);
 

@@ -50,7 +50,7 @@ TEST(Digests, AreWrittenOneLineForEachExport) {
   const char* path = std::getenv("ORPSP_DIGESTS");
   if (!path) GTEST_SKIP() << "ORPSP_DIGESTS names no file";
   std::ofstream file(path);
-  for (const Export& each : vectorExports()) {
+  for (const Export& each : sweptExports()) {
     Digest digest;
     for (const int len : {1, 7, 67, 1031, lengthOfSeveralBlocks(each.itemBytes()).value}) {
       for (const int extra : kExtras) {

@@ -24,12 +24,22 @@ size_t Export::lastArray() const {
 
 bool Export::hasBitStrings() const { return std::string_view(name).find("_1u") != std::string_view::npos; }
 
-size_t Export::length() const { return hasBitStrings() ? parameters.size() - 1 : lastArray() + 1; }
+bool Export::isSort() const { return std::string_view(name).starts_with("orpsSort"); }
+
+bool Export::hasWorkArray() const { return std::string_view(name).starts_with("orpsSortRadix"); }
+
+size_t Export::length() const {
+  if (hasBitStrings()) return parameters.size() - 1;
+  size_t last = lastArray();
+  while (reduces && !parameters[last].isSource) --last;
+  return last + 1;
+}
 
 int Export::further(size_t i, int extra) const {
   constexpr std::string_view kThreshold = "orpsThreshold_";
   const std::string_view text = name;
   const bool isGeneric = text.starts_with(kThreshold) && std::isdigit(text[kThreshold.size()]);
+  if (text.starts_with("orpsSortRadixIndex")) return static_cast<int>(parameters[0].elementBytes);  // the stride
   const bool isRelation = isGeneric && i + 1 == parameters.size();
   return isRelation && extra == kExtras[0] ? 4 : extra;  // greater-than; another extra is 0, less-than
 }
@@ -42,7 +52,8 @@ Call::Call(const Export& description, int len, int extra, size_t misalignment)
     if (parameter.element) {
       const size_t displacement = misalignment == 0 ? 0 : misalignment + 2 * i;
       EXPECT_EQ(arrays_.size() < export_.sources(), parameter.isSource) << export_.name << " is of another shape";
-      arrays_.push_back(parameter.makeArray(static_cast<size_t>(elements), displacement));
+      const bool isResult = export_.reduces && i > export_.length();
+      arrays_.push_back(parameter.makeArray(isResult ? 1 : static_cast<size_t>(elements), displacement));
       places_.push_back(i);
       slots_[i].pointer = arrays_.back()->data();
     } else {
@@ -69,7 +80,7 @@ void Call::fillWithOnes() {
 }
 
 std::vector<Sharing> Call::sharings() const {
-  if (export_.hasBitStrings()) return {};
+  if (export_.hasBitStrings() || export_.reduces || export_.isSort()) return {};
   const size_t sources = export_.sources();
   Sharing own(sources);
   for (size_t i = 0; i < sources; ++i) own[i] = i;
@@ -96,7 +107,7 @@ void Call::share(const Sharing& sharing) {
 
 std::vector<unsigned char> Call::result() const {
   std::vector<unsigned char> all;
-  for (size_t i = export_.sources(); i < arrays_.size(); ++i) {
+  for (size_t i = export_.sources(); i < arrays_.size() - (export_.hasWorkArray() ? 1 : 0); ++i) {
     const auto bytes = arrays_[i]->bytes();
     all.insert(all.end(), bytes.begin(), bytes.end());
   }

@@ -1,5 +1,6 @@
 // Calls an export by the shape of its prototype alone: sources (const pointers), one destination or more behind them,
-// the length next to these, and further arguments anywhere. Made for sweeps over the export table.
+// the length next to these, and further arguments anywhere. Reductions have the length next to their sources, and
+// results of one element behind it. Made for sweeps over the export table.
 //
 //   Call call(describe("orpsAdd_16s", &orpsAdd_16s), 100);
 //   call.fill(1, Values::mixed);
@@ -40,14 +41,17 @@ struct Export {
   std::vector<Parameter> parameters;
   void (*function)();
   OrpStatus (*invoke)(void (*function)(), const Slot* slots);
+  bool reduces;
 
-  size_t arrays() const;       // how many parameters are arrays
+  size_t arrays() const;       // how many parameters are arrays, those of one element counted too
   size_t sources() const;      // how many of these, from the first on, are read only; the others are destinations
   size_t length() const;       // index of the length
   bool hasBitStrings() const;  // such arrays count in bits, and a bit offset follows each
   bool hasExtras() const { return parameters.size() > arrays() + 1; }
-  size_t itemBytes() const { return parameters[lastArray()].elementBytes; }
-  size_t lastArray() const;  // index of the last array
+  size_t itemBytes() const { return parameters[reduces ? length() - 1 : lastArray()].elementBytes; }
+  size_t lastArray() const;   // index of the last array
+  bool hasWorkArray() const;  // which is the last one then; what it holds after the call says nothing
+  bool isSort() const;
 
   // What a sweep's `extra` is as the further argument at index i.
   int further(size_t i, int extra) const;
@@ -85,8 +89,8 @@ OrpStatus invoke(void (*function)(), const Slot* slots) {
 }
 
 template <class... A>
-Export describe(const char* name, OrpStatus (*function)(A...)) {
-  return {name, {describeParameter<A>()...}, reinterpret_cast<void (*)()>(function), &invoke<A...>};
+Export describe(const char* name, OrpStatus (*function)(A...), bool reduces = false) {
+  return {name, {describeParameter<A>()...}, reinterpret_cast<void (*)()>(function), &invoke<A...>, reduces};
 }
 
 class Call {
@@ -112,7 +116,7 @@ class Call {
 
   bool untouched() const;  // every array holds the pattern
 
-  // The destinations as bytes, one behind the other, with one bit pattern for every NaN.
+  // The destinations and results as bytes, one behind the other, with one bit pattern for every NaN.
   std::vector<unsigned char> result() const;
 
  private:

@@ -8,8 +8,8 @@
 
 namespace orptest {
 
-// Every export that works element by element on vectors, ready to be called.
-const std::vector<Export>& vectorExports();
+// Every export of a shape that Call knows.
+const std::vector<Export>& sweptExports();
 
 // The names of all exports, in the order of the tables.
 std::vector<std::string> tabledNames();

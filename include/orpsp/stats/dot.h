@@ -21,10 +21,11 @@ extern "C" {
  *    rounded once.
  *  - Floating point: in the precision of the result; products are rounded before they are added (no fused
  *    multiply-add). The same bits on every processor: `32f` has 16 lanes, all zero at first, and product n is added to
- *    lane n modulo 16; the others have 64 lanes of single or 32 of double precision (moments.h). At the end the upper
- * half of the lanes is added to the lower half until one element is left. Of complex by complex, the sums of re1 re2,
- * im1 re2, re1 im2 and im1 im2 are made by themselves in that way and then combined. NaN and infinity go through as
- * IEEE 754 says.
+ *    lane n modulo 16. `32f64f`, `64f` and those of a real and a complex source have 64 lanes of single or 32 of double
+ *    precision (both parts of a complex product count). Of two complex sources, the sums of re1 re2, im1 re2, re1 im2
+ *    and im1 im2 are made by themselves, in 16 lanes of single or 8 of double precision each, and then combined. At the
+ *    end the upper half of the lanes is added to the lower half until one element is left. NaN and infinity go through
+ *    as IEEE 754 says.
  *
  *  The result may not overlap a source; the sources may be the same or overlap. Statuses: `StsOk`, `StsNullPtr`,
  *  `StsBadSize`.

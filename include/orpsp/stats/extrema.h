@@ -14,8 +14,8 @@ extern "C" {
  *  *pMin or *pMax = the smallest or largest element, *pIndx = the index of the first element equal to it; the value
  *  written is that element. `Abs`: of |pSrc[n]|, where the most negative integer saturates to the most positive one.
  *
- *  NaNs are passed over; if every element is one, the result is NaN and the index 0. -0 and +0 are equal, so the first
- *  of them is taken.
+ *  NaNs are passed over; if every element is one, the result is the first of them and the index 0. -0 and +0 are
+ *  equal, so the first of them is taken.
  *  Results may not overlap the source or each other. Statuses: `StsOk`, `StsNullPtr`, `StsBadSize`.
  *  @{ */
 OrpStatus orpsMin_16s(const Orp16s* pSrc, int len, Orp16s* pMin);

@@ -31,9 +31,9 @@ extern "C" {
  *    is added to lane 0 by itself; then come blocks of eight, element k of a block to lane k. Lanes 4 to 7 are then
  *    added to lanes 0 to 3; four elements that remain are added to lanes 0 to 3, two to lanes 0 and 1, one to lane 0.
  *    The sum is (lane 0 + lane 2) + (lane 1 + lane 3), rounded to single precision.
- *  - `32f`, fast: single elements up to the next multiple of 16 bytes are added in double precision. Every 32768
- *    elements that follow (the last block may be shorter) are summed in single precision, in 64 lanes, and these sums
- *    are added in double precision. So an error grows within one block only.
+ *  - `32f`, fast: single elements up to the next multiple of 16 bytes (none where elements never reach one) are added
+ *    in double precision. Every 32768 elements that follow (the last block may be shorter) are summed in single
+ *    precision, in 64 lanes, and these sums are added in double precision. So an error grows within one block only.
  *  - `32fc`: the same two ways for both parts, without elements by themselves: accurate in double precision with 32
  *    lanes, fast in blocks of 16384 complex elements.
  *  @{ */
@@ -75,10 +75,11 @@ OrpStatus orpsMean_64fc(const Orp64fc* pSrc, int len, Orp64fc* pMean);
  *    k of each block of four that follows goes to lane k, of two that remain to lanes 0 and 1, a single one to lane 0.
  *    The sums are (lane 0 + lane 2) + (lane 1 + lane 3). Squares of single-precision numbers are exact.
  *    Fast: S and Q of every 32768 elements in single precision, in 32 lanes each; these are added in double precision.
- *  - `64f`: the deviations from the mean of every 1024 elements are squared and summed, and the blocks' means and sums
- *    of squares are combined [Chan, Golub, LeVeque: Algorithms for computing the sample variance, The American
- *    Statistician 37 (1983) 242-247], so that a large mean costs no digits. Equal elements give exactly 0. *pMean is
- *    that of Mean.
+ *  - `64f`: every 1024 elements give the sum and the sum of squares of their differences from one of them (the median
+ *    of the first, the middle and the last), in 16 lanes each; means and sums of squares of these blocks are combined
+ *    [Chan, Golub, LeVeque: Algorithms for computing the sample variance, The American Statistician 37 (1983) 242-247].
+ *    So a large mean costs no digits: the relative error is of the order of 10^-15, and 10^-13 at worst. Equal elements
+ *    give exactly 0. *pMean is that of Mean.
  *  - Integers: len Q - S^2 is exact; the root of its exact quotient by len (len - 1) is scaled and rounded once. *pMean
  *    is that of Mean with the same scale factor.
  *  @{ */

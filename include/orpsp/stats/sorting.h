@@ -19,7 +19,7 @@ extern "C" {
 /** @name Sort
  *  Sorts pSrcDst in place. Equal integers cannot be told apart; floating-point elements are in the order by bits above,
  *  `Descend` in the opposite order. No input takes much longer than another.
- *  8- and 16-bit elements are counted where there are enough of them; others are sorted by a vectorised quicksort
+ *  8-bit elements are counted where there are enough of them; others are sorted by a vectorised quicksort
  *  [Bramas: A novel hybrid quicksort algorithm vectorized using AVX-512, IJACSA 8 (2017) 337-344], with networks for
  *  short ranges [Batcher: Sorting networks and their applications, AFIPS 1968].
  *  @{ */
@@ -44,7 +44,7 @@ OrpStatus orpsSortDescend_64f_I(Orp64f* pSrcDst, int len);
  *  is sorted by selection: the first of its largest elements is exchanged with the last one, and the range loses its
  *  last element, until one is left. A longer range first..last of n elements has its first, middle (first + n / 2) and
  *  last elements put in order: first and last are exchanged if first > last, middle and last if middle > last, first
- * and middle if first > middle. The middle element is the pivot. A left cursor behind the first element advances over
+ *  and middle if first > middle. The middle element is the pivot. A left cursor behind the first element advances over
  *  elements not greater than the pivot, a right one at the last element retreats over elements greater than it; while
  *  left is below right the two elements are exchanged, and both move on by one. Equal elements next to the boundary
  * then belong to neither side: the left side ends in front of the elements >= pivot there, the right side begins behind
@@ -52,9 +52,10 @@ OrpStatus orpsSortDescend_64f_I(Orp64f* pSrcDst, int len);
  * Quicksort, The Computer Journal 5 (1962) 10-16]
  *
  *  NaNs: all comparisons with one are false. The elements are then permuted by the same steps, with cursors that stay
- * in their range, and pDstIndx tells how; the order is of no use. A range that does not get shorter fast enough (4
- * log2(len) partitions deep) is sorted by heapsort instead, so that no input takes much longer than another; its equal
- * elements are in another, also reproducible, order. pDstIndx may not overlap pSrcDst.
+ *  in their range, and pDstIndx tells how; the order is of no use.
+ *  No input takes much longer than another: a range of more than nine elements that 4 floor(log2(len)) partitions have
+ *  led to is put in the order by bits instead, equal elements by their indices, in both directions.
+ *  pDstIndx may not overlap pSrcDst.
  *  @{ */
 OrpStatus orpsSortIndexAscend_8u_I(Orp8u* pSrcDst, Orp32s* pDstIndx, int len);
 OrpStatus orpsSortIndexDescend_8u_I(Orp8u* pSrcDst, Orp32s* pDstIndx, int len);
@@ -73,8 +74,8 @@ OrpStatus orpsSortIndexDescend_64f_I(Orp64f* pSrcDst, Orp32s* pDstIndx, int len)
 /** @name SortRadix
  *  Sorts pSrcDst in place by digits of its keys, the least significant first; equal keys keep their order, in both
  *  directions. pTmp is a work buffer of len elements; it may not overlap pSrcDst.
- *  Digits: 8 bits of 8- and 16-bit keys; 11, 11 and 10 bits of 32-bit keys, twice that of 64-bit keys. Short vectors
- *  may be sorted by the method of Sort, to the same result.
+ *  Digits: 8 bits of 8- and 16-bit keys; 11, 11 and 10 bits of 32-bit keys, twice that of 64-bit keys. Where the method
+ *  of Sort is quicker, as for short vectors and on processors with wide ones, it is used, to the same result.
  *  Two threads from: 8192 elements of 32 bits, 32 of 64 bits, if `ownGetNumThreads` (orpcore) grants as many.
  *  @{ */
 OrpStatus orpsSortRadixAscend_8u_I(Orp8u* pSrcDst, Orp8u* pTmp, int len);
@@ -97,7 +98,7 @@ OrpStatus orpsSortRadixDescend_64f_I(Orp64f* pSrcDst, Orp64f* pTmp, int len);
  *  pDstIndx[0..len-1] = the indices of the elements in the order of their keys; equal keys by ascending index, in both
  *  directions. The key of element i is the value at byte i * srcStrideBytes behind pSrc, which needs no alignment. The
  *  source is not changed. pTmpIndx is a work buffer of len elements. None of the three may overlap another.
- *  Digits as in SortRadix. Statuses also: `StsBadSize` for a stride less than the size of an element.
+ *  Digits as in SortRadix, or narrower ones. Statuses also: `StsBadSize` for a stride less than the size of an element.
  *  @{ */
 OrpStatus orpsSortRadixIndexAscend_8u(const Orp8u* pSrc, Orp32u srcStrideBytes, Orp32s* pDstIndx, Orp32s* pTmpIndx,
                                       int len);
