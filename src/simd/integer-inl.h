@@ -254,8 +254,7 @@ HWY_INLINE auto WideProduct(V a, V b) {
   }
 }
 
-// Complex products, exact but for one case: both operands (-2^(n-1), -2^(n-1)) give the imaginary part 2^(2n-1), which
-// is replaced by 2^(2n-1) - 1. That makes no difference after any scaling.
+// Complex products. Of both operands (-2^(n-1), -2^(n-1)) the imaginary part 2^(2n-1) wraps to the least number.
 template <class V, class T = hn::TFromV<V>>
 HWY_INLINE auto WideComplexProduct(V a, V b) {
   constexpr hn::DFromV<V> d;
@@ -273,8 +272,18 @@ HWY_INLINE auto WideComplexProduct(V a, V b) {
     re = hn::Sub(hn::MulEven(a, b), hn::MulEven(imA, imB));
     im = hn::Add(hn::MulEven(a, imB), hn::MulEven(imA, b));
   }
-  const auto wrapped = hn::VecFromMask(dw, hn::Eq(im, hn::Set(dw, kLeast<TW>)));
-  return Wide<W, Order::kEvenOdd>{re, hn::Add(im, wrapped)};
+  return Wide<W, Order::kEvenOdd>{re, im};
+}
+
+// The same with 2^(2n-1) - 1 for what wrapped. That makes no difference after any scaling.
+template <class V>
+HWY_INLINE auto WideComplexProductForScaling(V a, V b) {
+  auto product = WideComplexProduct(a, b);
+  using W = decltype(product.second);
+  constexpr hn::DFromV<W> dw;
+  const auto wrapped = hn::VecFromMask(dw, hn::Eq(product.second, hn::Set(dw, kLeast<hn::TFromV<W>>)));
+  product.second = hn::Add(product.second, wrapped);
+  return product;
 }
 
 template <class W, Order order>

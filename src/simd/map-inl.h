@@ -50,14 +50,18 @@ HWY_INLINE void CopyFew(void* to, const void* from, size_t bytes) {
 // The first `count` lanes at p, count <= Lanes(d); nothing beyond them is touched. The other lanes are zero.
 template <class D, class T = hn::TFromD<D>>
 HWY_INLINE hn::Vec<D> LoadFew(D d, const T* p, size_t count) {
-#if HWY_TARGET == HWY_AVX3
-  return hn::MaskedLoad(hn::FirstN(d, count), d, p);
-#else
-  alignas(HWY_MAX_BYTES) T few[HWY_MAX_BYTES / sizeof(T)] = {};
-  if (count > hn::MaxLanes(d)) __builtin_unreachable();
-  CopyFew(few, p, count * sizeof(T));
-  return hn::Load(d, few);
+  constexpr bool kIsWhole = hn::MaxLanes(D{}) * sizeof(T) >= 16;  // of less the mask would cover lanes beyond
+  constexpr bool kHasMaskedLoads = HWY_TARGET == HWY_AVX3 || (HWY_TARGET == HWY_AVX2 && sizeof(T) >= 4 && kIsWhole);
+  if constexpr (kHasMaskedLoads) {
+    return hn::MaskedLoad(hn::FirstN(d, count), d, p);
+  } else {
+#if HWY_TARGET != HWY_AVX3
+    alignas(HWY_MAX_BYTES) T few[HWY_MAX_BYTES / sizeof(T)] = {};
+    if (count > hn::MaxLanes(d)) __builtin_unreachable();
+    CopyFew(few, p, count * sizeof(T));
+    return hn::Load(d, few);
 #endif
+  }
 }
 
 template <class D, class T = hn::TFromD<D>>
@@ -101,16 +105,19 @@ struct Watch {
   HWY_INLINE bool Found() const { return !hn::AllFalse(D{}, lanes); }
 };
 
-// A vector whose elements beyond the end are ones, for operations that warn of zeros: those found are the caller's.
+// A vector whose elements beyond the end count as `beyond`, for operations that warn of zeros, or to which they are
+// not neutral.
 template <class T>
-struct OnesBeyond : Vector<T> {
+struct Padded : Vector<T> {
+  Lane<T> beyond;
+
   template <size_t count>
   HWY_INLINE auto LoadFew(size_t few) const {
     constexpr TagOf<T, count> d;
     const auto inside = hn::FirstN(d, few * Element<T>::kLanes);
-    return hn::IfThenElse(inside, Vector<T>::template LoadFew<count>(few), hn::Set(d, Lane<T>{1}));
+    return hn::IfThenElse(inside, Vector<T>::template LoadFew<count>(few), hn::Set(d, beyond));
   }
-  HWY_INLINE OnesBeyond From(size_t i) const { return {Vector<T>::From(i)}; }
+  HWY_INLINE Padded From(size_t i) const { return {Vector<T>::From(i), beyond}; }
 };
 
 template <class T>

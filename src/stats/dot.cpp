@@ -128,26 +128,6 @@ struct ByWords32 : OfVectors<4> {
   HWY_INLINE Int128 Total() const { return sums.Total(); }
 };
 
-// Of complex elements; the imaginary part may wrap.
-template <class V, class T = hn::TFromV<V>>
-HWY_INLINE auto ProductsOfPairs(V a, V b) {
-  constexpr hn::DFromV<V> d;
-  constexpr hn::RepartitionToWide<decltype(d)> dw;
-  using W = hn::Vec<decltype(dw)>;
-  using TW = hn::TFromV<W>;
-  if constexpr (sizeof(T) == 2) {
-    // ac - bd = ac + b * ~d + b; intermediate results may wrap, the sum fits.
-    const auto imaginary = hn::BitCast(d, hn::Set(dw, static_cast<TW>(~TW{0xFFFF})));
-    const auto turned = hn::RotateRight<16>(hn::BitCast(hn::RebindToUnsigned<decltype(dw)>{}, b));
-    return Parts<W>{hn::Add(SumOfPairs(a, hn::Xor(b, imaginary)), hn::ShiftRight<16>(hn::BitCast(dw, a))),
-                    SumOfPairs(a, hn::BitCast(d, turned))};
-  } else {
-    const auto imA = OddLanes(a), imB = OddLanes(b);
-    return Parts<W>{hn::Sub(hn::MulEven(a, b), hn::MulEven(imA, imB)),
-                    hn::Add(hn::MulEven(a, imB), hn::MulEven(imA, b))};
-  }
-}
-
 template <class T>
 struct ComplexSums : OfVectors<sizeof(T)> {
   SignedSums<T> re, im;
@@ -168,14 +148,6 @@ struct RealByPairs16 : ComplexSums<int32_t> {
   }
 };
 
-struct PairsByPairs16 : ComplexSums<int32_t> {
-  HWY_INLINE void Add(size_t, auto a, auto b) {
-    const auto [real, imaginary] = ProductsOfPairs(a, b);
-    re.Add(real);
-    im.Add(imaginary);
-  }
-};
-
 // The real elements twice each.
 struct RealByPairs32 : ComplexSums<int64_t> {
   HWY_INLINE void Add(size_t, auto a, auto b) {
@@ -184,11 +156,12 @@ struct RealByPairs32 : ComplexSums<int64_t> {
   }
 };
 
-struct PairsByPairs32 : ComplexSums<int64_t> {
+template <class T>
+struct PairsByPairs : ComplexSums<T> {
   HWY_INLINE void Add(size_t, auto a, auto b) {
-    const auto [real, imaginary] = ProductsOfPairs(a, b);
-    re.Add(real);
-    im.Add(imaginary);
+    const auto products = WideComplexProduct(a, b);
+    this->re.Add(products.first);
+    this->im.Add(products.second);
   }
 };
 
@@ -198,7 +171,7 @@ HWY_NOINLINE auto exactProduct(size_t len, const A* a, const B* b) {
   if constexpr (!isComplex<B>) {
     return Accumulated<std::conditional_t<kWords16, ByWords16, ByWords32>>(len, Vector<A>{a}, Vector<B>{b}).Total();
   } else if constexpr (isComplex<A>) {
-    using Acc = std::conditional_t<kWords16, PairsByPairs16, PairsByPairs32>;
+    using Acc = PairsByPairs<std::conditional_t<kWords16, int32_t, int64_t>>;
     return Accumulated<Acc>(len, Vector<A>{a}, Vector<B>{b}).Total();
   } else if constexpr (kWords16) {
     return Accumulated<RealByPairs16>(len, Vector<A>{a}, Vector<B>{b}).Total();

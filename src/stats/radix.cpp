@@ -211,7 +211,7 @@ template <class T, bool descend>
 void sortByTwo(T* data, T* tmp, size_t len) {
   constexpr size_t kSample = 31;
   T sample[kSample];
-  for (size_t i = 0; i < kSample; ++i) sample[i] = data[i * len / kSample];
+  for (size_t i = 0; i < kSample; ++i) sample[i] = get(data + i * len / kSample);
   sortByComparison<T, descend>(sample, kSample);
   const auto pivot = keyAt<T, descend>(sample + kSample / 2);
 
@@ -227,8 +227,9 @@ void sortByTwo(T* data, T* tmp, size_t len) {
     T* low = tmp + (which == 0 ? 0 : below[0]);
     T* high = tmp + border + (which == 0 ? 0 : begin[1] - below[0]);
     for (size_t i = begin[which]; i < begin[which + 1]; ++i) {
-      const bool isLow = keyAt<T, descend>(data + i) < pivot;
-      *(isLow ? low : high) = data[i];
+      const Key<T> bits = load<T>(data + i);
+      const bool isLow = keyOf<T, descend>(bits) < pivot;
+      store(isLow ? low : high, bits);
       low += isLow;
       high += !isLow;
     }
@@ -291,12 +292,12 @@ class IndexSort {
     for (size_t i = 0; i < len_; ++i) {
       // Keys are looked up all over the source.
       if (!kFirst && !(carries && kLast) && i + kAhead < len_)
-        __builtin_prefetch(keys_ + (from[i + kAhead] & kIndexBits) * stride_);
-      const size_t word = kFirst ? i : from[i];
+        __builtin_prefetch(keys_ + (get(from + i + kAhead) & kIndexBits) * stride_);
+      const size_t word = kFirst ? i : get(from + i);
       size_t index = word & kIndexBits;
       const size_t value = carries && !kFirst ? word >> kShift : D::template get<digit>(key(index));
       if constexpr (carries && !kLast) index |= D::template get<digit + 1>(key(index)) << (32 - D::kWidth[digit + 1]);
-      to[places[value]++] = static_cast<uint32_t>(index);
+      put(to + places[value]++, static_cast<uint32_t>(index));
     }
   }
 
@@ -316,10 +317,10 @@ void insertIndices(const T* keys, size_t stride, uint32_t* result, size_t len) {
     size_t to = i;
     for (; to > 0 && sorted[to - 1] > key; --to) {
       sorted[to] = sorted[to - 1];
-      result[to] = result[to - 1];
+      put(result + to, get(result + to - 1));
     }
     sorted[to] = key;
-    result[to] = static_cast<uint32_t>(i);
+    put(result + to, static_cast<uint32_t>(i));
   }
 }
 

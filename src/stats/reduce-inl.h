@@ -166,18 +166,6 @@ HWY_INLINE double SumInBlocks(size_t len, const S&... src) {
   return sum;
 }
 
-// Source: elements beyond the end count as `beyond`.
-template <class T>
-struct Padded : Vector<T> {
-  T beyond;
-  template <size_t count>
-  HWY_INLINE auto LoadFew(size_t few) const {
-    constexpr TagOf<T, count> d;
-    return hn::IfThenElse(hn::FirstN(d, few), Vector<T>::template LoadFew<count>(few), hn::Set(d, beyond));
-  }
-  HWY_INLINE Padded From(size_t i) const { return {Vector<T>::From(i), beyond}; }
-};
-
 // ---- Terms
 
 struct Itself {

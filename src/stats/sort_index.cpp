@@ -118,10 +118,10 @@ class IndexSort {
   // Elements of the longest range that is sorted by their ranks; of bytes more than these are hardly ever different.
   static constexpr size_t kRanked = sizeof(T) == 1 ? 16 : HWY_MIN(kBlock, 6 * kLanes);
 
-  Element at(size_t i) const { return {keys_[i], indices_[i]}; }
+  Element at(size_t i) const { return {get(keys_ + i), get(indices_ + i)}; }
   HWY_INLINE void put(size_t i, Element e) {
-    keys_[i] = e.key;
-    indices_[i] = e.index;
+    orpsp::put(keys_ + i, e.key);
+    orpsp::put(indices_ + i, e.index);
   }
   HWY_INLINE void swap(size_t i, size_t j) {
     const Element a = at(i), b = at(j);
@@ -227,7 +227,7 @@ class IndexSort {
     }
     for (; same != 0; same &= same - 1) {
       const size_t i = lowestBit(same);
-      bits |= uint64_t{indices_[first + i] > pivot.index} << i;
+      bits |= uint64_t{get(indices_ + first + i) > pivot.index} << i;
     }
     return bits;
   }
@@ -286,9 +286,9 @@ class IndexSort {
   void select(size_t first, size_t count) {
     for (size_t last = first + count - 1; last > first; --last) {
       size_t most = first;
-      T key = keys_[first];
+      T key = get(keys_ + first);
       for (size_t i = first + 1; i <= last; ++i) {
-        const T other = keys_[i];
+        const T other = get(keys_ + i);
         const bool more = behind(other, key);
         most = more ? i : most;
         key = more ? other : key;
@@ -318,7 +318,7 @@ class IndexSort {
       ranks[v] = hn::Zero(di);
     }
     for (size_t i = first; i < first + count; ++i) {
-      const auto key = hn::Set(kD, keys_[i]);
+      const auto key = hn::Set(kD, get(keys_ + i));
 #pragma GCC unroll 16
       for (size_t v = 0; v < vectors; ++v) {
         const auto more = hn::RebindMask(di, behindLanes(keys[v], key));
@@ -388,7 +388,7 @@ OrpStatus sortIndex(T* pSrcDst, Orp32s* pDstIndx, int len) {
     hn::StoreU(next, d, pDstIndx + i);
     next = hn::Add(next, hn::Set(d, static_cast<int32_t>(hn::Lanes(d))));
   }
-  for (; i < count; ++i) pDstIndx[i] = static_cast<int32_t>(i);
+  for (; i < count; ++i) put(pDstIndx + i, static_cast<int32_t>(i));
   IndexSort<T, descend>(pSrcDst, pDstIndx, count).run(count);
   return StsOk;
 }

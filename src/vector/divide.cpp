@@ -227,7 +227,7 @@ template <int from, class T>
 OrpStatus divide(const T* pSrc1, const T* pSrc2, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
   return divideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
-    return mapQuotient<FloatQuotient<T>>(pDst + i, count, OnesBeyond<T>{{pSrc1 + i}}, Vector<T>{pSrc2 + i});
+    return mapQuotient<FloatQuotient<T>>(pDst + i, count, Padded<T>{{pSrc1 + i}, 1}, Vector<T>{pSrc2 + i});
   });
 }
 
@@ -240,7 +240,7 @@ template <int from, Rounding rounding = Rounding::kNearest, class T, class D>
 OrpStatus divideSfs(const T* pSrc1, const T* pSrc2, D* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
   return divideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
-    return mapIntegerQuotient<rounding>(pDst + i, count, OnesBeyond<T>{{pSrc1 + i}}, Vector<T>{pSrc2 + i}, scaleFactor);
+    return mapIntegerQuotient<rounding>(pDst + i, count, Padded<T>{{pSrc1 + i}, 1}, Vector<T>{pSrc2 + i}, scaleFactor);
   });
 }
 
@@ -319,7 +319,7 @@ template <int from, class T>
 OrpStatus divideConstant(const T* pSrc, T val, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   return divideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
-    const OnesBeyond<T> divisors{{pSrc + i}};
+    const Padded<T> divisors{{pSrc + i}, 1};
     if constexpr (isFloat<T>) {
       return mapQuotient<FloatQuotient<T>>(pDst + i, count, divisors, Constant<T>{val});
     } else {

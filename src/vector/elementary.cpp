@@ -128,7 +128,7 @@ template <class T, class D>
 OrpStatus logarithm(const T* pSrc, D* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   const LnOp<T> op{};
-  Map(op, pDst, Size(len), OnesBeyond<T>{{pSrc}});
+  Map(op, pDst, Size(len), Padded<T>{{pSrc}, 1});
   return op.watch.Status();
 }
 
@@ -168,7 +168,7 @@ template <class Kind, class T, class D>
 OrpStatus logarithmSfs(const T* pSrc, D* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   const typename Kind::Op op{{}, scaleFactor, Kind::kFactor * UnitOfScale(scaleFactor)};
-  Map(op, pDst, Size(len), OnesBeyond<T>{{pSrc}});
+  Map(op, pDst, Size(len), Padded<T>{{pSrc}, 1});
   return op.watch.Status();
 }
 

@@ -52,7 +52,7 @@ struct ComplexMul {
       const auto crossed = hn::Mul(hn::DupOdd(a), hn::Reverse2(d, b));  // bd, bc
       return hn::Add(direct, hn::Xor(crossed, signOfReal));
     } else {
-      return Narrow(d, WideComplexProduct(a, b));
+      return Narrow(d, WideComplexProductForScaling(a, b));
     }
   }
 
@@ -61,7 +61,7 @@ struct ComplexMul {
   struct Rounded {
     int scale;
     HWY_INLINE auto operator()(auto d, auto a, auto b) const {
-      return Narrow(d, WideComplexProduct(a, b).Rounded(scale));
+      return Narrow(d, WideComplexProductForScaling(a, b).Rounded(scale));
     }
   };
 };

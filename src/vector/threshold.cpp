@@ -456,7 +456,7 @@ OrpStatus byRelationInPlace(T* pSrcDst, int len, Lane<T> level, int relOp) {
 template <class T>
 HWY_NOINLINE bool mapInverse(T* dst, size_t len, const T* src, Lane<T> level) {
   const Inverse<T> op{{}, level};
-  Map(op, dst, len, OnesBeyond<T>{{src}});
+  Map(op, dst, len, Padded<T>{{src}, 1});
   return op.Found();
 }
 

@@ -224,8 +224,8 @@ double secondsOf(const std::vector<T>& input, const Sort& sort) {
   return least;
 }
 
-// No input takes much longer than a random one. Heapsort, out of cache, takes ten times as long as a partition by
-// vectors; a quadratic sort would take more than a thousand times as long.
+// No input takes much longer than a random one: heapsort may take some times as long (ten on a busy machine), a
+// quadratic sort takes more than a thousand times as long.
 template <class T, class Sort>
 void checkTimes(bool descend, const Sort& sort) {
   Random random;
