@@ -4,7 +4,8 @@
  *  Names. `orps<Operation>[_<form>]_<types>[_<modifiers>]`. The type group names the element type; of two groups the
  *  first is the source and the last the destination. Modifiers: `_I` in place (the destination is also the last
  *  source), `_Sfs` scaled integer result, `_ISfs` both. `C` after the operation: one operand is a constant passed by
- *  value; `CRev`: that constant is the left operand.
+ *  value; `CRev`: that constant is the left operand. Arguments: sources, destinations, length, further ones; calls that
+ *  make a few numbers of a vector take the pointers to their results behind the length.
  *
  *  Arrays. Contiguous, any alignment, `len` elements (complex pairs count as one). Where source and destination have
  *  elements of the same type they may be the same array; any other overlap is an error of the caller unless a function

@@ -278,7 +278,6 @@ HWY_INLINE Moments momentsOf(const double* p, size_t len) {
   ORPS_RETURN_IF(::orpsp::anyNull(__VA_ARGS__), StsNullPtr); \
   ORPS_RETURN_IF((len) < 2, StsBadSize)
 
-template <class... Hint>
 OrpStatus deviation(const Orp32f* pSrc, int len, Orp32f* pStdDev, int hint) {
   ORPSP_CHECK_DEVIATION(len, pSrc, pStdDev);
   put(pStdDev, As<Orp32f>(momentsOf(pSrc, Size(len), hint).deviation));

@@ -193,7 +193,7 @@ bool report(std::span<const Function<T, Exact>> functions, const Options& option
   for (const auto& function : functions) {
     const std::string name = std::string("orps") + function.name;
     if (name.find(options.function) == std::string::npos) continue;
-    const auto& exports = orptest::vectorExports();
+    const auto& exports = orptest::sweptExports();
     const auto exported =
         std::find_if(exports.begin(), exports.end(), [&](const orptest::Export& each) { return each.name == name; });
     if (exported == exports.end()) {

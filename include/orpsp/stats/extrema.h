@@ -67,7 +67,7 @@ OrpStatus orpsMinMaxIndx_64f(const Orp64f* pSrc, int len, Orp64f* pMin, int* pMi
 
 /** @name MinEvery, MaxEvery
  *  pDst[n] = the smaller or larger of pSrc1[n] and pSrc2[n]; `_I`: of pSrc[n] and pSrcDst[n]. Of an element and a NaN
- * it is the element, of two NaNs a NaN. -0 and +0 are equal; of equal elements it is that of pSrc1 (`_I`: of pSrc).
+ *  it is the element, of two NaNs a NaN. -0 and +0 are equal; of equal elements it is that of pSrc1 (`_I`: of pSrc).
  *  Statuses: `StsOk`, `StsNullPtr`, `StsBadSize`.
  *  @{ */
 OrpStatus orpsMinEvery_8u(const Orp8u* pSrc1, const Orp8u* pSrc2, Orp8u* pDst, int len);

@@ -97,8 +97,9 @@ OrpStatus orpsMeanStdDev_64f(const Orp64f* pSrc, int len, Orp64f* pMean, Orp64f*
  *  *pSum = the sum of the natural logarithms of the elements.
  *
  *  The elements' significands are multiplied in double precision, in 32 lanes which are scaled down before they can
- *  overflow; the exponents are summed as integers; one logarithm is taken at the end and rounded once to the type of
- *  the result. The error is at most about len units of 2^-53 (absolute), and a few hundred times less for usual data.
+ *  overflow; the exponents are summed as integers; one logarithm is taken at the end and rounded to the type of the
+ *  result. Before that the error is at most len units of 2^-53 (absolute), and of the order of the root of len in
+ *  general.
  *  A zero (of either sign) gives +inf and `StsSingularity`, a negative element NaN and `StsDomain`; where both occur
  *  it is NaN and `StsDomain`. A NaN gives NaN, +inf gives +inf, without a warning (a NaN wins over infinities).
  *  Warnings: `StsSingularity`, `StsDomain`.

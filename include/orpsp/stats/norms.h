@@ -41,8 +41,8 @@ OrpStatus orpsNormDiff_Inf_64fc64f(const Orp64fc* pSrc1, const Orp64fc* pSrc2, i
 
 /** @name Norm_L1, NormDiff_L1
  *  *pNorm = the sum of |x[n]|. `32f`: every 32768 elements in single precision; these sums are added in double
- * precision and the total rounded. `32fc64f`, `64fc64f`: magnitudes and their sum in double precision; magnitudes do
- * not overflow or underflow on the way.
+ *  precision and the total rounded. `32fc64f`, `64fc64f`: magnitudes and their sum in double precision; magnitudes do
+ *  not overflow or underflow on the way.
  *  @{ */
 OrpStatus orpsNorm_L1_16s32f(const Orp16s* pSrc, int len, Orp32f* pNorm);
 OrpStatus orpsNorm_L1_16s32s_Sfs(const Orp16s* pSrc, int len, Orp32s* pNorm, int scaleFactor);
@@ -62,7 +62,7 @@ OrpStatus orpsNormDiff_L1_64fc64f(const Orp64fc* pSrc1, const Orp64fc* pSrc2, in
 
 /** @name Norm_L2, NormDiff_L2, Norm_L2Sqr, NormDiff_L2Sqr
  *  *pNorm = the root of the sum of |x[n]|^2; `L2Sqr` without the root. `32f`: squares, sum and root in single
- * precision. `32fc64f`, `64f`, `64fc64f`: in double precision. Sums that overflow give +inf.
+ *  precision. `32fc64f`, `64f`, `64fc64f`: in double precision. Sums that overflow give +inf.
  *  @{ */
 OrpStatus orpsNorm_L2_16s32f(const Orp16s* pSrc, int len, Orp32f* pNorm);
 OrpStatus orpsNorm_L2_16s32s_Sfs(const Orp16s* pSrc, int len, Orp32s* pNorm, int scaleFactor);

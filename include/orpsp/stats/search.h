@@ -12,9 +12,9 @@ extern "C" {
 
 /** @name FindNearest
  *  The element of a table that is nearest to a value, and its index: of two that are equally near the one with the
- * lower index, of equal elements the first. pTable must be sorted in ascending order; it is searched by bisection. (A
- * table that is not sorted gives some element of it.) `FindNearestOne` looks for inpVal; `FindNearest` for pVals[0] to
- * pVals[len - 1], writing pOutVals[n] and pOutIndexes[n]; pOutVals may be pVals. Outputs may not overlap the table.
+ *  lower index, of equal elements the first. pTable must be sorted in ascending order; it is searched by bisection. (A
+ *  table that is not sorted gives some element of it.) `FindNearestOne` looks for inpVal; `FindNearest` for pVals[0] to
+ *  pVals[len - 1], writing pOutVals[n] and pOutIndexes[n]; pOutVals may be pVals. Outputs may not overlap the table.
  *  Statuses: `StsOk`, `StsNullPtr`, `StsBadSize` (len or tblLen not positive).
  *  @{ */
 OrpStatus orpsFindNearestOne_16u(Orp16u inpVal, const Orp16u* pTable, int tblLen, Orp16u* pOutVal, int* pOutIndex);

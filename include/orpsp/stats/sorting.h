@@ -47,9 +47,9 @@ OrpStatus orpsSortDescend_64f_I(Orp64f* pSrcDst, int len);
  *  and middle if first > middle. The middle element is the pivot. A left cursor behind the first element advances over
  *  elements not greater than the pivot, a right one at the last element retreats over elements greater than it; while
  *  left is below right the two elements are exchanged, and both move on by one. Equal elements next to the boundary
- * then belong to neither side: the left side ends in front of the elements >= pivot there, the right side begins behind
- * the elements <= pivot. Both sides are sorted likewise. `Descend` exchanges > with < and >= with <=. [Hoare:
- * Quicksort, The Computer Journal 5 (1962) 10-16]
+ *  then belong to neither side: the left side ends in front of the elements >= pivot there, the right side begins
+ *  behind the elements <= pivot. Both sides are sorted likewise. `Descend` exchanges > with < and >= with <=. [Hoare:
+ *  Quicksort, The Computer Journal 5 (1962) 10-16]
  *
  *  NaNs: all comparisons with one are false. The elements are then permuted by the same steps, with cursors that stay
  *  in their range, and pDstIndx tells how; the order is of no use.

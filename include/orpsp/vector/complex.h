@@ -14,15 +14,15 @@ extern "C" {
  *  pDst[n] = sqrt(re^2 + im^2). Split members take the parts from two arrays.
  *
  *  `32f`, `32fc`, `64f`, `64fc`: the error is below 1 unit in the last place, and nothing overflows or underflows on
- * the way: elements whose squares would are scaled by powers of two. An infinite part gives +inf, even beside a NaN; a
- * NaN otherwise gives NaN. The last bit may differ between processors (vector widths). `16s32f`, `16sc32f`: re^2 + im^2
- * is exact and rounded to single precision, then the root is: an error below 1 unit in the last place, the same bits
- * everywhere.
+ *  the way: elements whose squares would are scaled by powers of two. An infinite part gives +inf, even beside a NaN; a
+ *  NaN otherwise gives NaN. The last bit may differ between processors (vector widths). `16s32f`, `16sc32f`: re^2 +
+ *  im^2 is exact and rounded to single precision, then the root is: an error below 1 unit in the last place, the same
+ *  bits everywhere.
  *  `_Sfs`: the exact root times 2^-scaleFactor, rounded once to nearest with ties to even and saturated.
  *
  *  Two threads from: 256 elements `32sc_Sfs`, `64f`, `64fc`; 2048 `16s32f`, `16s_Sfs`, `16sc_Sfs`, `32fc`; 4096
- * `16sc32f`, `32f`, if `ownGetNumThreads` (orpcore) grants as many. Results are those of one. Statuses: `StsOk`,
- * `StsNullPtr`, `StsBadSize`.
+ *  `16sc32f`, `32f`, if `ownGetNumThreads` (orpcore) grants as many. Results are those of one. Statuses: `StsOk`,
+ *  `StsNullPtr`, `StsBadSize`.
  *  @{ */
 OrpStatus orpsMagnitude_16s32f(const Orp16s* pSrcRe, const Orp16s* pSrcIm, Orp32f* pDst, int len);
 OrpStatus orpsMagnitude_16s_Sfs(const Orp16s* pSrcRe, const Orp16s* pSrcIm, Orp16s* pDst, int len, int scaleFactor);
@@ -62,14 +62,14 @@ OrpStatus orpsPowerSpectr_64fc(const Orp64fc* pSrc, Orp64f* pDst, int len);
 
 /** @name Phase
  *  pDst[n] = angle of the element in radians, atan2(im, re), in [-pi, pi]. Split members take the parts from two
- * arrays.
+ *  arrays.
  *
  *  Floating-point results have an error below 1 unit in the last place; the last bit may differ between processors
  *  (vector widths). Signs of zeros and infinities count as in C's atan2: (x, +-0) gives +-0 for x > 0 and x = +0, +-pi
- * for x < 0 and x = -0, (0, 0) is 0; infinities count as directions, (inf, inf) is pi/4. A NaN part gives NaN. -pi
- * comes of a negative zero only: angles of other elements lie in (-pi, pi].
+ *  for x < 0 and x = -0, (0, 0) is 0; infinities count as directions, (inf, inf) is pi/4. A NaN part gives NaN. -pi
+ *  comes of a negative zero only: angles of other elements lie in (-pi, pi].
  *  `_Sfs`: the exact angle times 2^-scaleFactor, rounded once to nearest with ties to even and saturated; a full turn
- * of 2 pi radians has 25736 steps with scaleFactor -12. Statuses: `StsOk`, `StsNullPtr`, `StsBadSize`.
+ *  of 2 pi radians has 25736 steps with scaleFactor -12. Statuses: `StsOk`, `StsNullPtr`, `StsBadSize`.
  *  @{ */
 OrpStatus orpsPhase_16s32f(const Orp16s* pSrcRe, const Orp16s* pSrcIm, Orp32f* pDst, int len);
 OrpStatus orpsPhase_16s_Sfs(const Orp16s* pSrcRe, const Orp16s* pSrcIm, Orp16s* pDst, int len, int scaleFactor);
@@ -85,11 +85,11 @@ OrpStatus orpsPhase_64fc(const Orp64fc* pSrc, Orp64f* pDst, int len);
  *  CartToPolar: magnitude and phase of each element, as Magnitude and Phase define them.
  *  PolarToCart: re = magnitude * cos(phase), im = magnitude * sin(phase), phase in radians, of any size (large ones are
  *  reduced with as many digits of pi as it takes [Payne, Hanek: Radian reduction for trigonometric functions, ACM
- * SIGNUM Newsletter 18(1), 1983]). Each part has an error below 2 units in the last place; the last bits may differ
- * between processors (vector widths). An infinite or NaN phase gives NaN, and so does an infinite magnitude at phase 0
- * (0 times infinity). A negative magnitude is allowed. Members `32f` and `64f` take and write four arrays, `32fc` and
- * `64fc` have complex elements on the Cartesian side. A destination may be the same array as a source of its element
- * type. Statuses: `StsOk`, `StsNullPtr`, `StsBadSize`.
+ *  SIGNUM Newsletter 18(1), 1983]). Each part has an error below 2 units in the last place; the last bits may differ
+ *  between processors (vector widths). An infinite or NaN phase gives NaN, and so does an infinite magnitude at phase 0
+ *  (0 times infinity). A negative magnitude is allowed. Members `32f` and `64f` take and write four arrays, `32fc` and
+ *  `64fc` have complex elements on the Cartesian side. A destination may be the same array as a source of its element
+ *  type. Statuses: `StsOk`, `StsNullPtr`, `StsBadSize`.
  *  @{ */
 OrpStatus orpsCartToPolar_32f(const Orp32f* pSrcRe, const Orp32f* pSrcIm, Orp32f* pDstMagn, Orp32f* pDstPhase, int len);
 OrpStatus orpsPolarToCart_32f(const Orp32f* pSrcMagn, const Orp32f* pSrcPhase, Orp32f* pDstRe, Orp32f* pDstIm, int len);

@@ -2,9 +2,9 @@
  *  Division and normalisation, element by element.
  *
  *  Integer quotients are the exact rational quotient times 2^-scaleFactor, rounded to nearest with ties to even (unless
- * a rounding mode says otherwise) and saturated, for every scale factor from INT_MIN to INT_MAX. Floating-point
- * quotients are those of IEEE 754 (correctly rounded); for complex ones see Div. Sources and destination of one element
- * type may be the same array.
+ *  a rounding mode says otherwise) and saturated, for every scale factor from INT_MIN to INT_MAX. Floating-point
+ *  quotients are those of IEEE 754 (correctly rounded); for complex ones see Div. Sources and destination of one
+ *  element type may be the same array.
  *
  *  Zero divisors. Element-wise division (Div, Div_Round, DivCRev) goes on, writes every element and returns the warning
  *  `StsDivByZero`. The element is, in integers, the type's largest value for a positive dividend, the smallest for a
@@ -27,11 +27,11 @@ extern "C" {
 
 /** @name Div
  *  pDst[n] = pSrc2[n] / pSrc1[n]: the second source is divided by the first. In place pSrcDst[n] = pSrcDst[n] /
- * pSrc[n]. `32s16s` divides 32-bit elements and saturates to 16 bits. Complex (a + bi) / (c + di) is ((ac + bd) + (bc -
- * ad)i) / (c*c + d*d): exact and rounded once in integers; in floating point it is scaled so that neither products nor
- *  |c + di|^2 overflow or underflow (`32fc` computes in double, `64fc` scales both operands by powers of two), and the
- *  error of each part is at most 1 unit (`32fc`) or 4 units (`64fc`) in the last place of the quotient's magnitude.
- *  A part of the divisor that is infinite or NaN makes the quotient NaN.
+ *  pSrc[n]. `32s16s` divides 32-bit elements and saturates to 16 bits. Complex (a + bi) / (c + di) is
+ *  ((ac + bd) + (bc - ad)i) / (c*c + d*d): exact and rounded once in integers; in floating point it is scaled so that
+ *  neither products nor |c + di|^2 overflow or underflow (`32fc` computes in double, `64fc` scales both operands by
+ *  powers of two), and the error of each part is at most 1 unit (`32fc`) or 4 units (`64fc`) in the last place of the
+ *  quotient's magnitude. A part of the divisor that is infinite or NaN makes the quotient NaN.
  *  Statuses: `StsOk`, `StsNullPtr`, `StsBadSize`, `StsDivByZero`.
  *  Two threads from: 256 elements `16sc_Sfs`; 1024 `8u_Sfs`, `16s_Sfs`, `32s_Sfs`, `32s16s_Sfs`, `32fc`, `64f`, `64fc`;
  *  4096 `32f`, `32f_I`.
@@ -59,9 +59,9 @@ OrpStatus orpsDiv_8u_Sfs(const Orp8u* pSrc1, const Orp8u* pSrc2, Orp8u* pDst, in
 
 /** @name Div_Round
  *  Div with a rounding mode for the exact scaled quotient: `OrpRoundZero` (0) toward zero, `OrpRoundNear` (1) to
- * nearest, ties to even, `OrpRoundAway` (2) to nearest, ties away from zero. Statuses: `StsOk`, `StsNullPtr`,
- * `StsBadSize`, `StsBadRoundMode` for any other mode, `StsDivByZero`. Two threads from: 512 elements `8u_Sfs`; 1024
- * `16u_Sfs`.
+ *  nearest, ties to even, `OrpRoundAway` (2) to nearest, ties away from zero. Statuses: `StsOk`, `StsNullPtr`,
+ *  `StsBadSize`, `StsBadRoundMode` for any other mode, `StsDivByZero`. Two threads from: 512 elements `8u_Sfs`; 1024
+ *  `16u_Sfs`.
  *  @{ */
 OrpStatus orpsDiv_Round_16s_ISfs(const Orp16s* pSrc, Orp16s* pSrcDst, int len, int rndMode, int scaleFactor);
 OrpStatus orpsDiv_Round_16s_Sfs(const Orp16s* pSrc1, const Orp16s* pSrc2, Orp16s* pDst, int len, int rndMode,

@@ -46,7 +46,7 @@ OrpStatus orpsSet_64fc(Orp64fc val, Orp64fc* pDst, int len);
 
 /** @name Copy
  *  pDst[n] = pSrc[n]. The arrays must not overlap (unless they are the same). Large vectors are written past the
- * caches.
+ *  caches.
  *  @{ */
 OrpStatus orpsCopy_8u(const Orp8u* pSrc, Orp8u* pDst, int len);
 OrpStatus orpsCopy_16s(const Orp16s* pSrc, Orp16s* pDst, int len);
@@ -112,7 +112,7 @@ OrpStatus orpsSwapBytes_64u_I(Orp64u* pSrcDst, int len);
  *  Copies `len` bits of a packed bit string, from bit `srcBitOffset` of pSrc to bit `dstBitOffset` of pDst. Bits are
  *  numbered from the most significant bit of the first byte (bit 0 is mask 0x80); offsets above 7 count on into the
  *  following bytes. Destination bits outside the range keep their values; only bytes that hold bits of the range are
- * read or written. The arrays must not overlap. A negative offset gives `StsBadSize`, as does a length below 1.
+ *  read or written. The arrays must not overlap. A negative offset gives `StsBadSize`, as does a length below 1.
  *  @{ */
 OrpStatus orpsCopy_1u(const Orp8u* pSrc, int srcBitOffset, Orp8u* pDst, int dstBitOffset, int len);
 /** @} */
