@@ -6,9 +6,11 @@ wine_begin() {
   mkdir -p build
   [[ -f $WINEPREFIX/system.reg ]] || wineboot --init >/dev/null 2>&1 </dev/null
   wineserver --wait
+  # A program that starts while the server of the last one is leaving would fail: the server stays for the next one.
+  wineserver --persistent=60 >/dev/null 2>&1 </dev/null
 }
 
 # Nothing of wine stays behind: its processes would hold the script's output open.
 wine_end() {
-  timeout 20 wineserver --wait || wineserver --kill || true
+  wineserver --kill || true
 }
