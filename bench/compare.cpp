@@ -7,10 +7,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <map>
 #include <random>
 #include <utility>
 
+#include "best.h"
 #include "orpcore.h"
 
 namespace bench {
@@ -97,39 +97,18 @@ void check(const Case& c, const Data& data) {
   std::copy(before.begin(), before.end(), data.result);
 }
 
-// Keeps the best time of every run.
-class Best : public benchmark::BenchmarkReporter {
- public:
-  bool ReportContext(const Context&) override { return true; }
-  void ReportRuns(const std::vector<Run>& runs) override {
-    for (const Run& run : runs) {
-      if (run.run_type != Run::RT_Iteration) continue;
-      auto& best = seconds.try_emplace(run.run_name.function_name, 1e9).first->second;
-      best = std::min(best, run.real_accumulated_time / static_cast<double>(run.iterations));
-    }
-  }
-  std::map<std::string, double> seconds;
-};
-
 std::string key(const Case& c, const char* who, int length) {
   return c.name + "/" + who + "/" + std::to_string(length);
 }
 
 void printTable(std::span<const Case> cases, const Best& best) {
-  if (best.seconds.empty()) return;  // of another group than the one asked for
-  std::printf("| ns an element at |");
-  for (const int length : kLengths) std::printf(" %d |", length);
-  std::printf("\n|---|");
-  for (size_t i = 0; i < kLengths.size(); ++i) std::printf("---|");
-  std::printf("\n");
+  if (best.empty()) return;  // of another group than the one asked for
+  printHead(kLengths);
   for (const Case& c : cases) {
     std::string cells;
     bool measured = false;
     for (const int length : kLengths) {
-      const auto time = [&](const char* who) {
-        const auto found = best.seconds.find(key(c, who, length));
-        return found == best.seconds.end() ? 0 : found->second;
-      };
+      const auto time = [&](const char* who) { return best.seconds(key(c, who, length)); };
       char cell[64];
       const double library = time("library");
       if (library != 0) {

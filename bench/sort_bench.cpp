@@ -10,7 +10,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <map>
 #include <memory>
 #include <numeric>
 #include <string>
@@ -18,6 +17,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "best.h"
 #include "orpsp.h"
 
 namespace {
@@ -290,26 +290,6 @@ class Measurement {
   std::vector<int32_t> index_, tmpIndex_;
 };
 
-// Keeps the best time of every run.
-class Best : public benchmark::BenchmarkReporter {
- public:
-  bool ReportContext(const Context&) override { return true; }
-  void ReportRuns(const std::vector<Run>& runs) override {
-    for (const Run& run : runs) {
-      if (run.run_type != Run::RT_Iteration) continue;
-      double& best = seconds_.try_emplace(run.run_name.function_name, 1e9).first->second;
-      best = std::min(best, run.real_accumulated_time / static_cast<double>(run.iterations));
-    }
-  }
-  [[nodiscard]] double seconds(const std::string& name) const {  // 0: was not measured
-    const auto found = seconds_.find(name);
-    return found == seconds_.end() ? 0 : found->second;
-  }
-
- private:
-  std::map<std::string, double> seconds_;
-};
-
 template <class T>
 std::string key(const Case<T>& c, const char* pattern, const Contestant<T>& who, int len) {
   return c.name + "/" + pattern + "/" + who.name + "/" + std::to_string(len);
@@ -339,7 +319,7 @@ void add(const Case<T>& c) {
 }
 
 template <class T>
-void print(const Case<T>& c, const Best& best) {
+void print(const Case<T>& c, const bench::Best& best) {
   for (const auto& [pattern, patternName] : kPatterns) {
     std::string cells;
     bool measured = false;
@@ -367,15 +347,11 @@ void print(const Case<T>& c, const Best& best) {
 template <class... T>
 void runFamily(const char* peers, const Case<T>&... cases) {
   (add(cases), ...);
-  Best best;
+  bench::Best best;
   const size_t count = benchmark::RunSpecifiedBenchmarks(&best);
   benchmark::ClearRegisteredBenchmarks();
   if (count == 0) return;  // of another family than the one asked for
-  std::printf("| ns an element at |");
-  for (const int len : kLengths) std::printf(" %d |", len);
-  std::printf("\n|---|");
-  for (size_t i = 0; i < kLengths.size(); ++i) std::printf("---|");
-  std::printf("\n");
+  bench::printHead(kLengths);
   (print(cases, best), ...);
   std::printf("\nTimes as long: %s.\n\n", peers);
   std::fflush(stdout);

@@ -4,8 +4,11 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <span>
+#include <string>
 #include <vector>
 
 #include "audio_file.h"

@@ -17,6 +17,8 @@ constexpr bool anyNull(const P*... pointers) {
 
 }  // namespace orpsp
 
-#define ORPS_CHECK_VECTOR(len, ...)                          \
+#define ORPS_CHECK_VECTOR(len, ...) ORPS_CHECK_LONGER_VECTOR(1, len, __VA_ARGS__)
+
+#define ORPS_CHECK_LONGER_VECTOR(least, len, ...)            \
   ORPS_RETURN_IF(::orpsp::anyNull(__VA_ARGS__), StsNullPtr); \
-  ORPS_RETURN_IF((len) <= 0, StsBadSize)
+  ORPS_RETURN_IF((len) < (least), StsBadSize)

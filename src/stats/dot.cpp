@@ -19,29 +19,6 @@ namespace {
 
 // ---- Floating point
 
-template <class T>
-struct ComplexTotal {
-  T re, im;
-};
-
-// Complex elements as planes in the precision of the sums.
-template <class T, class E>
-HWY_INLINE auto PlanesFor(const E* p) {
-  if constexpr (std::is_same_v<T, Lane<E>>) {
-    return Planes<E>{p};
-  } else {
-    return Vector<E>{p};
-  }
-}
-template <class V>
-HWY_INLINE auto PartsOf(V pairs) {
-  return ToDoubles(pairs);
-}
-template <class V>
-HWY_INLINE Parts<V> PartsOf(Parts<V> parts) {
-  return parts;
-}
-
 // A real vector by a complex one.
 template <class T>
 struct RealByComplex {
@@ -55,7 +32,7 @@ struct RealByComplex {
     re.Add(k, hn::Mul(a, b.re));
     im.Add(k, hn::Mul(a, b.im));
   }
-  HWY_INLINE ComplexTotal<T> Total() const { return {re.Total(), im.Total()}; }
+  HWY_INLINE Parts<T> Total() const { return {re.Total(), im.Total()}; }
 };
 
 template <class T>
@@ -71,7 +48,7 @@ struct ComplexByComplex {
     reIm.Add(k, hn::Mul(a.re, b.im));
     imIm.Add(k, hn::Mul(a.im, b.im));
   }
-  HWY_INLINE ComplexTotal<T> Total() const { return {reRe.Total() - imIm.Total(), imRe.Total() + reIm.Total()}; }
+  HWY_INLINE Parts<T> Total() const { return {reRe.Total() - imIm.Total(), imRe.Total() + reIm.Total()}; }
 };
 
 template <size_t lanes, class T, class R>
@@ -135,7 +112,7 @@ struct ComplexSums : OfVectors<sizeof(T)> {
     re.Flush();
     im.Flush();
   }
-  HWY_INLINE ComplexTotal<Int128> Total() const { return {re.Total(), im.Total()}; }
+  HWY_INLINE Parts<Int128> Total() const { return {re.Total(), im.Total()}; }
 };
 
 // Sources: an element for each lane of 32 bits.
@@ -180,16 +157,6 @@ HWY_NOINLINE auto exactProduct(size_t len, const A* a, const B* b) {
   }
 }
 
-// convert(number, type of the result) of the total or of both its parts.
-template <class R>
-HWY_INLINE R Finished(Int128 total, const auto& convert) {
-  return convert(total, R{});
-}
-template <class R>
-HWY_INLINE R Finished(ComplexTotal<Int128> total, const auto& convert) {
-  return {convert(total.re, Lane<R>{}), convert(total.im, Lane<R>{})};
-}
-
 // To a type that holds every total, or rounded once.
 template <class A, class B, class R>
 OrpStatus productOfIntegers(const A* pSrc1, const B* pSrc2, int len, R* pDp) {
@@ -203,9 +170,7 @@ OrpStatus productOfIntegers(const A* pSrc1, const B* pSrc2, int len, R* pDp) {
 template <class A, class B, class R>
 OrpStatus productSfs(const A* pSrc1, const B* pSrc2, int len, R* pDp, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDp);
-  put(pDp, Finished<R>(exactProduct(Size(len), pSrc1, pSrc2), [=](Int128 total, auto type) {
-        return static_cast<decltype(type)>(scaledTotal(total, scaleFactor, kRange<decltype(type)>));
-      }));
+  put(pDp, Finished<R>(exactProduct(Size(len), pSrc1, pSrc2), Scaled{scaleFactor}));
   return StsOk;
 }
 

@@ -18,6 +18,23 @@ namespace {
 template <class T>
 inline constexpr Range64 kRange = {kLeast<T>, kMost<T>};
 
+// convert(total, type of the result) of a total, or of both parts of one.
+template <class R>
+HWY_INLINE R Finished(auto total, const auto& convert) {
+  return convert(total, R{});
+}
+template <class R, class T>
+HWY_INLINE R Finished(Parts<T> total, const auto& convert) {
+  return {convert(total.re, Lane<R>{}), convert(total.im, Lane<R>{})};
+}
+struct Scaled {
+  int scale;
+  template <class R>
+  HWY_INLINE R operator()(Int128 total, R) const {
+    return static_cast<R>(scaledTotal(total, scale, kRange<R>));
+  }
+};
+
 using Wide64 = hn::Vec<hn::ScalableTag<uint64_t>>;
 
 HWY_INLINE uint64_t TotalOf(Wide64 lanes) {

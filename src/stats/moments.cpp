@@ -56,18 +56,13 @@ HWY_NOINLINE Sums<double, 2> doubleSum(const T* p, size_t len) {
   return Accumulated<SumOf<double, kUsualLanes<double>, Itself>>(len, Vector<T>{p}).sum.template Folded<2>();
 }
 
-struct Complex {
-  double re, im;
-};
-
 template <class T>
-HWY_INLINE Complex complexSum(const T* p, size_t len) {
-  const auto sums = doubleSum(lanes(p), 2 * len).Totals();
-  return {sums.re, sums.im};
+HWY_INLINE Parts<double> complexSum(const T* p, size_t len) {
+  return doubleSum(lanes(p), 2 * len).Totals();
 }
 
-HWY_NOINLINE Complex fastComplexSum(const Orp32fc* p, size_t len) {
-  Complex sum = {0, 0};
+HWY_NOINLINE Parts<double> fastComplexSum(const Orp32fc* p, size_t len) {
+  Parts<double> sum = {0, 0};
   ForEachBlock(2 * len, kSingleBlock, [&](size_t begin, size_t count) HWY_ATTR {
     const auto part = Accumulated<BlockSum<Itself>>(count, Vector<float>{lanes(p) + begin}).sum.Totals();
     sum.re += double{part.re};
@@ -79,11 +74,11 @@ HWY_NOINLINE Complex fastComplexSum(const Orp32fc* p, size_t len) {
 HWY_INLINE double sumOf(const float* p, size_t len, int hint) {
   return hint == kFast ? fastSum(p, len) : accurateSum(p, len);
 }
-HWY_INLINE Complex sumOf(const Orp32fc* p, size_t len, int hint) {
+HWY_INLINE Parts<double> sumOf(const Orp32fc* p, size_t len, int hint) {
   return hint == kFast ? fastComplexSum(p, len) : complexSum(p, len);
 }
 HWY_INLINE double sumOf(const double* p, size_t len) { return doubleSum(p, len).Total(); }
-HWY_INLINE Complex sumOf(const Orp64fc* p, size_t len) { return complexSum(p, len); }
+HWY_INLINE Parts<double> sumOf(const Orp64fc* p, size_t len) { return complexSum(p, len); }
 
 // In the precision of T.
 template <class T>
@@ -91,14 +86,14 @@ HWY_INLINE T As(double v) {
   return static_cast<T>(v);
 }
 template <class T>
-HWY_INLINE T As(Complex v) {
+HWY_INLINE T As(Parts<double> v) {
   return {static_cast<Lane<T>>(v.re), static_cast<Lane<T>>(v.im)};
 }
 
 HWY_INLINE double over(int len, double v) { return v / len; }
 HWY_INLINE double over(int len, float v) { return double{v} / len; }
 template <class T>
-HWY_INLINE Complex over(int len, T v) {
+HWY_INLINE Parts<double> over(int len, T v) {
   return {over(len, v.re), over(len, v.im)};
 }
 
@@ -141,38 +136,30 @@ struct ComplexSum16 : OfVectors<2> {
   }
 };
 
-struct ExactComplex {
-  int64_t re, im;
-};
-
-HWY_NOINLINE ExactComplex exactSum(const Orp16sc* p, size_t len) {
+HWY_NOINLINE Parts<int64_t> exactSum(const Orp16sc* p, size_t len) {
   const auto sums = Accumulated<ComplexSum16>(2 * len, Vector<Orp16s>{lanes(p)});
   return {sums.re.total, sums.im.total};
 }
 
-// finish(total, range) of the total or of both its parts, for a result of type D.
-template <class D>
-HWY_INLINE D Finished(int64_t total, const auto& finish) {
-  return static_cast<D>(finish(total, kRange<D>));
-}
-template <class D>
-HWY_INLINE D Finished(ExactComplex total, const auto& finish) {
-  return {Finished<Lane<D>>(total.re, finish), Finished<Lane<D>>(total.im, finish)};
-}
+struct Quotient {
+  int len, scale;
+  template <class R>
+  HWY_INLINE R operator()(int64_t total, R) const {
+    return static_cast<R>(scaledQuotient(total, len, scale, kRange<R>));
+  }
+};
 
 template <class T, class D>
 OrpStatus sumSfs(const T* pSrc, int len, D* pSum, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pSum);
-  put(pSum, Finished<D>(exactSum(pSrc, Size(len)),
-                        [=](int64_t total, Range64 range) { return scaledTotal(total, scaleFactor, range); }));
+  put(pSum, Finished<D>(exactSum(pSrc, Size(len)), Scaled{scaleFactor}));
   return StsOk;
 }
 
 template <class T, class D>
 OrpStatus meanSfs(const T* pSrc, int len, D* pMean, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pMean);
-  put(pMean, Finished<D>(exactSum(pSrc, Size(len)),
-                         [=](int64_t total, Range64 range) { return scaledQuotient(total, len, scaleFactor, range); }));
+  put(pMean, Finished<D>(exactSum(pSrc, Size(len)), Quotient{len, scaleFactor}));
   return StsOk;
 }
 
@@ -191,8 +178,6 @@ struct SumsAndSquares {
   }
 };
 
-HWY_INLINE double root(double square) { return hn::GetLane(hn::Sqrt(hn::Set(hn::CappedTag<double, 1>{}, square))); }
-
 struct Moments {
   double mean, deviation;
 };
@@ -200,7 +185,7 @@ struct Moments {
 HWY_INLINE Moments momentsOf(double sum, double squares, double n) {
   // Round-off must not make a negative variance; a NaN stays.
   const double variance = n * squares - sum * sum;
-  return {double{static_cast<float>(sum)} / n, root((variance < 0 ? 0 : variance) / (n * (n - 1)))};
+  return {double{static_cast<float>(sum)} / n, Root((variance < 0 ? 0 : variance) / (n * (n - 1)))};
 }
 
 HWY_NOINLINE Moments accurateMoments(const float* p, size_t len) {
@@ -267,31 +252,27 @@ HWY_NOINLINE double deviationOf(const double* p, size_t len) {
     squares += (square < 0 ? 0 : square) + step * step * (before * here / (before + here));
     mean += step * (here / (before + here));
   });
-  return root(squares / (static_cast<double>(len) - 1));
+  return Root(squares / (static_cast<double>(len) - 1));
 }
 
 HWY_INLINE Moments momentsOf(const double* p, size_t len) {
   return {sumOf(p, len) / static_cast<double>(len), deviationOf(p, len)};
 }
 
-#define ORPSP_CHECK_DEVIATION(len, ...)                      \
-  ORPS_RETURN_IF(::orpsp::anyNull(__VA_ARGS__), StsNullPtr); \
-  ORPS_RETURN_IF((len) < 2, StsBadSize)
-
 OrpStatus deviation(const Orp32f* pSrc, int len, Orp32f* pStdDev, int hint) {
-  ORPSP_CHECK_DEVIATION(len, pSrc, pStdDev);
+  ORPS_CHECK_LONGER_VECTOR(2, len, pSrc, pStdDev);
   put(pStdDev, As<Orp32f>(momentsOf(pSrc, Size(len), hint).deviation));
   return StsOk;
 }
 OrpStatus deviation(const Orp64f* pSrc, int len, Orp64f* pStdDev) {
-  ORPSP_CHECK_DEVIATION(len, pSrc, pStdDev);
+  ORPS_CHECK_LONGER_VECTOR(2, len, pSrc, pStdDev);
   put(pStdDev, deviationOf(pSrc, Size(len)));
   return StsOk;
 }
 
 template <class T, class... Hint>
 OrpStatus moments(const T* pSrc, int len, T* pMean, T* pStdDev, Hint... hint) {
-  ORPSP_CHECK_DEVIATION(len, pSrc, pMean, pStdDev);
+  ORPS_CHECK_LONGER_VECTOR(2, len, pSrc, pMean, pStdDev);
   const Moments result = momentsOf(pSrc, Size(len), hint...);
   put(pMean, As<T>(result.mean));
   put(pStdDev, As<T>(result.deviation));
@@ -331,21 +312,19 @@ HWY_NOINLINE ExactTotals exactTotals(const Orp16s* p, size_t len) {
 
 template <class D>
 OrpStatus deviationSfs(const Orp16s* pSrc, int len, D* pStdDev, int scaleFactor) {
-  ORPSP_CHECK_DEVIATION(len, pSrc, pStdDev);
+  ORPS_CHECK_LONGER_VECTOR(2, len, pSrc, pStdDev);
   put(pStdDev, exactTotals(pSrc, Size(len)).template Deviation<D>(len, scaleFactor));
   return StsOk;
 }
 
 template <class D>
 OrpStatus momentsSfs(const Orp16s* pSrc, int len, D* pMean, D* pStdDev, int scaleFactor) {
-  ORPSP_CHECK_DEVIATION(len, pSrc, pMean, pStdDev);
+  ORPS_CHECK_LONGER_VECTOR(2, len, pSrc, pMean, pStdDev);
   const ExactTotals result = exactTotals(pSrc, Size(len));
-  put(pMean, static_cast<D>(scaledQuotient(result.sum, len, scaleFactor, kRange<D>)));
+  put(pMean, Quotient{len, scaleFactor}(result.sum, D{}));
   put(pStdDev, result.template Deviation<D>(len, scaleFactor));
   return StsOk;
 }
-
-#undef ORPSP_CHECK_DEVIATION
 
 }  // namespace
 }  // namespace HWY_NAMESPACE

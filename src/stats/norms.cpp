@@ -33,23 +33,9 @@ HWY_INLINE hn::Vec<D> Value(D d, V a, V b) {
 
 // The same of complex elements in double precision.
 template <class V>
-HWY_INLINE Parts<Doubles> PartsOf(V pairs) {
-  return ToDoubles(pairs);
-}
-HWY_INLINE Parts<Doubles> PartsOf(Parts<Doubles> parts) { return parts; }
-template <class V>
 HWY_INLINE Parts<Doubles> PartsOf(V a, V b) {
   const auto one = PartsOf(a), other = PartsOf(b);
   return {hn::Sub(one.re, other.re), hn::Sub(one.im, other.im)};
-}
-
-template <class T>
-HWY_INLINE auto Elements(const T* p) {
-  if constexpr (std::is_same_v<T, Orp64fc>) {
-    return Planes<T>{p};
-  } else {
-    return Vector<T>{p};
-  }
 }
 
 // ---- Terms
@@ -65,11 +51,10 @@ struct MagnitudeSquared {
   }
 };
 
+HWY_INLINE Doubles SquareOf(Parts<Doubles> x) { return hn::Add(hn::Mul(x.re, x.re), hn::Mul(x.im, x.im)); }
+
 struct ComplexMagnitudeSquared {
-  HWY_INLINE auto operator()(auto, auto... v) const {
-    const auto x = PartsOf(v...);
-    return hn::Add(hn::Mul(x.re, x.re), hn::Mul(x.im, x.im));
-  }
+  HWY_INLINE auto operator()(auto, auto... v) const { return SquareOf(PartsOf(v...)); }
 };
 
 constexpr double kLeastSquare = 0x1p-900, kMostSquare = 0x1p1000;  // of those that lost nothing
@@ -79,7 +64,7 @@ struct ComplexMagnitude {
   template <class D>
   HWY_INLINE hn::Vec<D> operator()(D d, auto... v) const {
     const auto x = PartsOf(v...);
-    const auto square = hn::Add(hn::Mul(x.re, x.re), hn::Mul(x.im, x.im));
+    const auto square = SquareOf(x);
     if constexpr (std::is_same_v<T, Orp64fc>) {
       const auto usual = hn::And(hn::Ge(square, hn::Set(d, kLeastSquare)), hn::Le(square, hn::Set(d, kMostSquare)));
       const auto isZero = hn::Eq(hn::Or(x.re, x.im), hn::Zero(d));
@@ -95,8 +80,7 @@ struct ComplexMagnitude {
     const auto isLarge = hn::Gt(largest, hn::Set(d, 0x1p450)), isSmall = hn::Lt(largest, hn::Set(d, 0x1p-450));
     const auto scale = hn::IfThenElse(isLarge, down, hn::IfThenElse(isSmall, up, one));
     const auto back = hn::IfThenElse(isLarge, up, hn::IfThenElse(isSmall, down, one));
-    const auto re = hn::Mul(x.re, scale), im = hn::Mul(x.im, scale);
-    return hn::Mul(hn::Sqrt(hn::Add(hn::Mul(re, re), hn::Mul(im, im))), back);
+    return hn::Mul(hn::Sqrt(SquareOf({hn::Mul(x.re, scale), hn::Mul(x.im, scale)})), back);
   }
 };
 
@@ -134,36 +118,20 @@ HWY_INLINE T Largest(Term term, size_t len, const S&... src) {
   return acc.Total();
 }
 
-// Terms of elements times a power of two.
-template <class Term>
-struct Times {
+// The square of elements times a power of two.
+struct SquareTimes {
   double factor;
   HWY_INLINE auto operator()(auto d, auto... v) const {
     const auto x = PartsOf(v...);
-    return Term{}(d, Parts<Doubles>{hn::Mul(x.re, hn::Set(d, factor)), hn::Mul(x.im, hn::Set(d, factor))});
-  }
-};
-struct LargerPart {
-  HWY_INLINE auto operator()(auto, auto... v) const {
-    const auto x = PartsOf(v...);
-    // As a sum of both it is a NaN where one is.
-    const auto re = hn::Abs(x.re), im = hn::Abs(x.im);
-    return hn::IfThenElse(hn::IsNaN(hn::Add(re, im)), hn::Add(re, im), hn::Max(re, im));
+    return SquareOf({hn::Mul(x.re, hn::Set(d, factor)), hn::Mul(x.im, hn::Set(d, factor))});
   }
 };
 
-template <class T>
-HWY_INLINE T Root(T square) {
-  return hn::GetLane(hn::Sqrt(hn::Set(hn::CappedTag<T, 1>{}, square)));
-}
-
-// Where the largest square overflowed or underflowed.
+// Where the largest square overflowed or underflowed. (0, infinity and NaN stay what they are.)
 template <class... S>
-HWY_NOINLINE double largestMagnitudeScaled(size_t len, const S&... src) {
-  const double part = Largest<double>(LargerPart{}, len, src...);
-  if (!(part > 0 && part <= std::numeric_limits<double>::max())) return part;
-  const double scale = part > 1 ? 0x1p-600 : 0x1p600;
-  return Root(Largest<double>(Times<ComplexMagnitudeSquared>{scale}, len, src...)) / scale;
+HWY_NOINLINE double largestMagnitudeScaled(double square, size_t len, const S&... src) {
+  const double scale = square > 1 ? 0x1p-600 : 0x1p600;
+  return Root(Largest<double>(SquareTimes{scale}, len, src...)) / scale;
 }
 
 // ---- Norms of floating point
@@ -174,9 +142,10 @@ struct Inf {
     if constexpr (!isComplex<T>) {
       return Largest<R>(Magnitude{}, len, Vector<T>{p}...);
     } else {
-      const double square = Largest<double>(ComplexMagnitudeSquared{}, len, Elements(p)...);
+      const double square = Largest<double>(ComplexMagnitudeSquared{}, len, PlanesFor<double>(p)...);
       const bool isUsual = square >= kLeastSquare && square <= kMostSquare;
-      if (std::is_same_v<R, double> && !isUsual) return static_cast<R>(largestMagnitudeScaled(len, Elements(p)...));
+      if (std::is_same_v<R, double> && !isUsual)
+        return static_cast<R>(largestMagnitudeScaled(square, len, PlanesFor<double>(p)...));
       return static_cast<R>(Root(square));
     }
   }
@@ -187,7 +156,7 @@ struct L1 {
   static HWY_NOINLINE R Of(size_t len, auto... p) {
     constexpr size_t kLanes = kUsualLanes<R>;
     if constexpr (isComplex<T>) {
-      return Accumulated<SumOf<R, kLanes, ComplexMagnitude<T>>>(len, Elements(p)...).sum.Total();
+      return Accumulated<SumOf<R, kLanes, ComplexMagnitude<T>>>(len, PlanesFor<double>(p)...).sum.Total();
     } else if constexpr (std::is_same_v<R, float>) {
       return static_cast<float>(SumInBlocks<SumOf<float, kLanes, Magnitude>>(len, Vector<T>{p}...));
     } else {

@@ -1,9 +1,8 @@
 // Sums in a fixed number of lanes, which the widths hold in one vector or more: so the order of additions, and with it
 // the last bit of every result, is the same on every processor.
 //
-//   SumOf<double, 32, Square> squares;
-//   Accumulate(squares, len, Vector<Orp32f>{pSrc});
-//   *pNorm = squares.sum.Total();
+//   const auto products = Accumulated<SumOf<double, 32, Product>>(len, Vector<Orp32f>{pSrc1}, Vector<Orp32f>{pSrc2});
+//   *pDp = products.sum.Total();
 //
 // An accumulator has kPer, the elements that one of its vectors takes, kVectors, and Add(k, vectors of the sources...).
 // Elements beyond the end are zeros to it. One of integers that must be emptied now and then also has kMostSteps and
@@ -17,6 +16,7 @@
 
 #include <utility>
 
+#include "simd/complex-inl.h"
 #include "simd/map-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -71,10 +71,7 @@ struct Sums {
   }
   HWY_INLINE T Total() const { return hn::GetLane(Folded<1>().v[0]); }
 
-  struct Pair {
-    T re, im;
-  };
-  HWY_INLINE Pair Totals() const {  // of the even lanes, and of the odd ones
+  HWY_INLINE Parts<T> Totals() const {  // of the even lanes, and of the odd ones
     using D2 = typename Sums<T, 2>::D;
     alignas(16) T lane[16 / sizeof(T)];
     hn::Store(Folded<2>().v[0], D2{}, lane);
@@ -82,12 +79,11 @@ struct Sums {
   }
 };
 
-// Adds term(tag, src...) to one set of lanes. Terms of several lanes for each element, such as the parts of a complex
-// one, count as kStride.
-template <class T, size_t kLanes, class Term, size_t kStride = 1>
+// Adds term(tag, src...) to one set of lanes.
+template <class T, size_t kLanes, class Term>
 struct SumOf {
   using Lanes = Sums<T, kLanes>;
-  static constexpr size_t kVectors = Lanes::kVectors, kPer = Lanes::kWidth / kStride;
+  static constexpr size_t kVectors = Lanes::kVectors, kPer = Lanes::kWidth;
   Lanes sum;
 
   template <class... V>
@@ -157,25 +153,43 @@ HWY_INLINE void ForEachBlock(size_t len, size_t block, const auto& add) {
 }
 
 // The sum of the terms in double precision, of single-precision sums of every block.
-template <class Acc, size_t block = kSingleBlock, class... S>
+template <class Acc, class... S>
 HWY_INLINE double SumInBlocks(size_t len, const S&... src) {
   double sum = 0;
-  ForEachBlock(len, block, [&](size_t begin, size_t count) HWY_ATTR {
+  ForEachBlock(len, kSingleBlock, [&](size_t begin, size_t count) HWY_ATTR {
     sum += double{Accumulated<Acc>(count, src.From(begin)...).sum.Total()};
   });
   return sum;
+}
+
+template <class T>
+HWY_INLINE T Root(T square) {
+  return hn::GetLane(hn::Sqrt(hn::Set(hn::CappedTag<T, 1>{}, square)));
+}
+
+// ---- Complex elements as planes in the precision T of the sums: a source, and what its vectors are made into.
+
+template <class T, class E>
+HWY_INLINE auto PlanesFor(const E* p) {
+  if constexpr (std::is_same_v<T, Lane<E>>) {
+    return Planes<E>{p};
+  } else {
+    return Vector<E>{p};
+  }
+}
+template <class V>
+HWY_INLINE auto PartsOf(V pairs) {
+  return ToDoubles(pairs);
+}
+template <class V>
+HWY_INLINE Parts<V> PartsOf(Parts<V> parts) {
+  return parts;
 }
 
 // ---- Terms
 
 struct Itself {
   HWY_INLINE auto operator()(auto d, auto v) const { return Lift(d, v); }
-};
-struct Square {
-  HWY_INLINE auto operator()(auto d, auto v) const {
-    const auto lifted = Lift(d, v);
-    return hn::Mul(lifted, lifted);
-  }
 };
 struct Product {
   HWY_INLINE auto operator()(auto d, auto a, auto b) const { return hn::Mul(Lift(d, a), Lift(d, b)); }

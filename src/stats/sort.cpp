@@ -121,7 +121,8 @@ struct Gap {
 
   // The gap must have room for two vectors or exactly one.
   HWY_INLINE void Put(V v) {
-    constexpr auto &table = Orders < kLanes, sizeof(V) == 16 ? sizeof(T) : 8 / kLanes > ::kTable;
+    constexpr size_t kParts = sizeof(V) == 16 ? sizeof(T) : 8 / kLanes;
+    constexpr auto& table = Orders<kLanes, kParts>::kTable;
     uint8_t bits[8];
     hn::StoreMaskBits(D{}, hn::Gt(hn::Xor(v, flips), threshold), bits);
     const size_t set = bits[0];

@@ -9,6 +9,7 @@
 #define HWY_TARGET_INCLUDE "stats/sort_index.cpp"
 #include <hwy/foreach_target.h>
 
+#include "stats/sort_order-inl.h"
 #include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -35,20 +36,17 @@ HWY_INLINE uint64_t reverseBits(uint64_t bits) {
 template <class T>
 HWY_INLINE auto ordered(T key) {
   if constexpr (std::is_floating_point_v<T>) {
-    using Bits = hwy::MakeSigned<T>;
-    Bits bits;
-    __builtin_memcpy(&bits, &key, sizeof(T));
-    return static_cast<Bits>(bits ^ (bits < 0 ? hwy::LimitsMax<Bits>() : 0));
+    return kFloatOrder<T>.Key(__builtin_bit_cast(hwy::MakeSigned<T>, key));
   } else {
     return key;
   }
 }
 template <class V>
 HWY_INLINE auto orderedLanes(V keys) {
-  if constexpr (std::is_floating_point_v<hn::TFromV<V>>) {
+  using T = hn::TFromV<V>;
+  if constexpr (std::is_floating_point_v<T>) {
     constexpr hn::RebindToSigned<hn::DFromV<V>> di;
-    const auto bits = hn::BitCast(di, keys);
-    return hn::Xor(bits, hn::And(hn::BroadcastSignBit(bits), hn::Set(di, hwy::LimitsMax<hn::TFromD<decltype(di)>>())));
+    return kFloatOrder<T>.Key(di, hn::BitCast(di, keys));
   } else {
     return keys;
   }

@@ -10,7 +10,7 @@
 
 #include <utility>
 
-#include "simd/map-inl.h"
+#include "stats/sort_order-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -155,27 +155,6 @@ struct FirstLanes {
   }();
   static HWY_INLINE auto Get(size_t count) {
     return hn::LoadU(hn::FixedTag<T, lanes>{}, kTable.at + lanes - HWY_MIN(count, lanes));
-  }
-};
-
-// Elements are sorted as signed integers by a key, which is the element with some bits inverted: `flip` of all
-// elements, `ifNegative` of the negative ones. So unsigned integers, floats by their bits and the descending order are
-// served.
-template <class T>
-struct KeyOrder {
-  T flip, ifNegative;
-
-  [[nodiscard]] HWY_INLINE T Key(T value) const {
-    return static_cast<T>(value ^ flip ^ (value < 0 ? ifNegative : T{0}));
-  }
-  template <class D>
-  HWY_INLINE hn::Vec<D> Key(D d, hn::Vec<D> v) const {
-    return hn::Xor(hn::Xor(v, hn::Set(d, flip)), hn::And(hn::BroadcastSignBit(v), hn::Set(d, ifNegative)));
-  }
-  template <class D>
-  HWY_INLINE hn::Vec<D> Value(D d, hn::Vec<D> key) const {
-    const auto flipped = hn::Xor(key, hn::Set(d, flip));
-    return hn::Xor(flipped, hn::And(hn::BroadcastSignBit(flipped), hn::Set(d, ifNegative)));
   }
 };
 

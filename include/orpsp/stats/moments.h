@@ -5,8 +5,8 @@
  *  lanes, which no processor's width changes. Where nothing else is said there are 64 lanes of single or 32 of double
  *  precision (both parts of a complex element count), all zero at first; element n is added to lane n modulo their
  *  number. At the end the upper half of the lanes is added to the lower half until one element is left. Products and
- *  squares are rounded before they are added (no fused multiply-add). The order is a result's only error: a NaN or
- *  an infinity goes through the additions as IEEE 754 says; a sum of nothing but negative zeros is +0.
+ *  squares are rounded before they are added (no fused multiply-add). NaN and infinity go through these additions as
+ *  IEEE 754 says; a sum of nothing but negative zeros is +0.
  *
  *  Integers are summed exactly, whatever their values and however many. A scaled result is the exact value times
  *  2^-scaleFactor, rounded once to nearest with ties to even and saturated, for every scale factor from INT_MIN to

@@ -3,7 +3,8 @@
  *
  *  `Norm` takes x[n] = pSrc[n], `NormDiff` x[n] = pSrc1[n] - pSrc2[n]; complex elements count by their magnitude
  *  sqrt(re^2 + im^2). Integer differences do not wrap, integer sums are exact. The order of floating-point additions is
- *  that of moments.h: 64 lanes of single or 32 of double precision, the same bits on every processor.
+ *  that of moments.h: 64 lanes of single or 32 of double precision, the same bits on every processor. Of complex
+ *  elements `L1` adds one number each, `L2` one for each part.
  *  `_Sfs` results are the exact value times 2^-scaleFactor, rounded once to nearest with ties to even and saturated,
  *  for every scale factor; `16s32f` results are the exact value rounded once. Floating point: differences are taken in
  *  the precision of the sums; a NaN in any element gives NaN.

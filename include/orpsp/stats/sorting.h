@@ -4,7 +4,8 @@
  *  Order of floating-point keys. SortRadix, SortRadixIndex and Sort order by bits: a key with the sign bit set comes
  *  before one without, so -0 before +0, a NaN without the sign bit behind +inf, one with it before -inf. No bit of an
  *  element changes. SortIndex compares as C does: -0 equals +0, and see there for NaNs.
- *  Results are the same on every processor and for any number of threads. Nothing allocates memory.
+ *  Results are the same on every processor and for any number of threads. Nothing allocates memory; a call needs about
+ *  40 KiB of its thread's stack at most (SortRadix of `64f`), of both threads' where there are two.
  *  Statuses of all: `StsOk`, `StsNullPtr`, `StsBadSize` (a length that is not positive).
  */
 #ifndef ORPSP_STATS_SORTING_H
