@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds orpSP and uses it on real recordings: mixes two into one, converts one, limits one, measures one.
+# Builds orpSP and uses it on real recordings: mixes two into one, converts one, limits one, measures one and
+# draws its spectrum.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 . scripts/packages.sh
@@ -37,3 +38,8 @@ echo "They are in $PWD/build/convert.wav and $PWD/build/limit.wav"
 echo
 echo "What the first recording is like:"
 build/release/bin/wavtool stats "$sounds/Front_Left.wav"
+echo
+echo "What frequencies it holds:"
+build/release/bin/wavtool spectrum "$sounds/Front_Left.wav" build/spectrum.svg
+echo
+echo "The picture is $PWD/build/spectrum.svg; a browser shows it."

@@ -7,7 +7,8 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 . scripts/wine.sh
 
 stage "packages" need cmake ninja-build g++ pkg-config binutils libhwy-dev libcli11-dev libsndfile1-dev libgtest-dev \
-  googletest libbenchmark-dev libvolk2-dev libsleef-dev libmpfr-dev alsa-utils g++-mingw-w64-x86-64-posix llvm wine wine64
+  googletest libbenchmark-dev libvolk2-dev libsleef-dev libfftw3-dev libmpfr-dev alsa-utils g++-mingw-w64-x86-64-posix \
+  llvm wine wine64
 
 stage "build for Linux" build release -DORPSP_TESTS=ON -DORPSP_BENCH=ON
 stage "test on Linux" check release

@@ -15,6 +15,7 @@ std::span<const Case> mathsCases();
 std::span<const Case> complexCases();
 std::span<const Case> reductionCases();
 std::span<const Case> extremaCases();
+std::span<const Case> packedCases();
 
 }  // namespace bench
 

@@ -6,6 +6,7 @@
 
 #include "orpsp/frame.h"
 #include "orpsp/stats.h"
+#include "orpsp/transform.h"
 #include "orpsp/types.h"
 #include "orpsp/vector.h"
 

@@ -7,6 +7,7 @@ void addAudioCommands(CLI::App& tool, const Options& options) {
   addConvert(tool, options);
   addLimit(tool, options);
   addStats(tool, options);
+  addSpectrum(tool, options);
 }
 
 }  // namespace wavtool

@@ -20,6 +20,7 @@ void addMix(CLI::App& tool, const Options& options);
 void addConvert(CLI::App& tool, const Options& options);
 void addLimit(CLI::App& tool, const Options& options);
 void addStats(CLI::App& tool, const Options& options);
+void addSpectrum(CLI::App& tool, const Options& options);
 
 // The commands that read and write recordings: all of them, or, in a build without libsndfile, one line of apology
 // each.

@@ -86,6 +86,8 @@ enum {
   StsShiftErr = -32,      /**< a shift count is negative */
   StsBadThreshold = -19,  /**< a threshold level is negative where only levels >= 0 are accepted */
   StsSpecMismatch = -17,  /**< the identity tag of a specification or state is not that of the operation */
+  StsFftFlag = -16,       /**< the normalisation flag of an FFT is not 1, 2, 4 or 8 */
+  StsFftOrder = -15,      /**< the order of an FFT is negative or beyond the type's highest */
   StsDivByZeroErr = -10,  /**< division by a zero constant */
   StsNoMemory = -9,       /**< an internal allocation failed */
   StsNullPtr = -8,        /**< a required pointer is null */

@@ -15,7 +15,7 @@
 namespace orpsp {
 namespace {
 
-constexpr int kMostThreads = 2;  // of one call, however many the core library grants
+constexpr int kMostThreads = 2;  // of an element-wise call, however many the core library grants
 
 // Idle threads of the OpenMP team wait in the runtime's code for the next region. That code must outlive the library
 // being unloaded: on Linux it is libgomp, on Windows it is linked into the DLL itself.
@@ -31,12 +31,12 @@ void keepThreadRuntimeLoaded() {
 #endif
 }
 
-// A region of at most `granted` threads: work(thread, threads of the team) on each of them.
+// A region of at most `most` threads: work(thread, threads of the team) on each of them.
 template <class Work>
-void inTeam(int granted, const Work& work) {
+void inTeam(int most, const Work& work) {
   static const bool kept = (keepThreadRuntimeLoaded(), true);
   static_cast<void>(kept);
-#pragma omp parallel num_threads(std::min(granted, kMostThreads))
+#pragma omp parallel num_threads(most)
   work(omp_get_thread_num(), omp_get_num_threads());
 }
 
@@ -47,7 +47,7 @@ bool forEachPart(int len, int threshold, PartFunction part, const void* call) {
   if (granted < 2 || len < granted) return part(call, 0, len) != 0;
 
   int failed = 0;
-  inTeam(granted, [&](int thread, int team) {
+  inTeam(std::min(granted, kMostThreads), [&](int thread, int team) {
     const int chunk = len / team, begin = thread * chunk;
     const int count = thread == team - 1 ? len - begin : chunk;
     if (part(call, begin, count) != 0) {
@@ -59,6 +59,13 @@ bool forEachPart(int len, int threshold, PartFunction part, const void* call) {
 }
 
 bool mayUseTwoThreads() { return ownGetNumThreads() >= 2; }
+
+int grantedThreads() { return std::max(1, ownGetNumThreads()); }
+
+void onThreads(int most, TeamFunction work, const void* call) {
+  if (most < 2) return work(call, 0, 1);
+  inTeam(most, [=](int thread, int team) { work(call, thread, team); });
+}
 
 void onTwoThreads(HalfFunction half, const void* call) {
   inTeam(2, [=](int thread, int team) {

@@ -35,4 +35,18 @@ void onTwoThreads(const Call& call) {
 // The core library grants two threads or more.
 bool mayUseTwoThreads();
 
+// How many threads the core library grants, at least one.
+int grantedThreads();
+
+// Calls work(thread, threads) on each of up to `most` threads; 1 means the calling thread.
+using TeamFunction = void (*)(const void* call, int thread, int threads);
+void onThreads(int most, TeamFunction work, const void* call);
+
+template <class Work>
+void onThreads(int most, const Work& work) {
+  onThreads(
+      most,
+      [](const void* opaque, int thread, int threads) { (*static_cast<const Work*>(opaque))(thread, threads); }, &work);
+}
+
 }  // namespace orpsp

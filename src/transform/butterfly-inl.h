@@ -1,0 +1,342 @@
+// What every FFT is made of: vectors of complex points, butterflies of radix 2 to 16, transposition in registers.
+//
+// A vector of points is a pair of vectors, real and imaginary parts. Its lanes hold `lanes` consecutive points in the
+// order that takes one shuffle within blocks of 128 bits to make of pairs in memory, and one to make pairs again: see
+// pointOfLane.
+//
+// [Cooley and Tukey 1965: An algorithm for the machine calculation of complex Fourier series, Math. Comp. 19]
+// [Linzer and Feig 1993: Implementation of efficient FFT algorithms on fused multiply-add architectures, IEEE Trans.
+// Signal Processing 41]
+#if defined(ORPSP_TRANSFORM_BUTTERFLY_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef ORPSP_TRANSFORM_BUTTERFLY_INL_H_
+#undef ORPSP_TRANSFORM_BUTTERFLY_INL_H_
+#else
+#define ORPSP_TRANSFORM_BUTTERFLY_INL_H_
+#endif
+
+#include <hwy/highway.h>
+
+#include <utility>
+
+#include "transform/sine.h"
+
+#undef ORPSP_INLINED
+#define ORPSP_INLINED HWY_ATTR __attribute__((always_inline))
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+template <class V>
+struct Points {
+  V re, im;
+};
+
+// Calls f with constants 0 to count - 1.
+template <class F, size_t... i>
+HWY_INLINE void forEachIndex(F&& f, std::index_sequence<i...>) {
+  (f(std::integral_constant<size_t, i>{}), ...);
+}
+template <size_t count, class F>
+HWY_INLINE void ForEach(F&& f) {
+  forEachIndex(f, std::make_index_sequence<count>{});
+}
+
+// ---- Shuffles known to the compiler
+
+// The lanes of two vectors, picked by Pick: lane i of the result is lane pick(i) of a and then b.
+template <class V, class Pick, size_t... i>
+HWY_INLINE V shuffledLanes(V a, V b, Pick, std::index_sequence<i...>) {
+  using T = hn::TFromV<V>;
+  using Raw = decltype(V::raw);
+  typedef T Elements __attribute__((vector_size(sizeof(Raw))));
+  return V{(Raw)__builtin_shufflevector((Elements)a.raw, (Elements)b.raw,
+                                        static_cast<int>(Pick::pick(i, sizeof(Raw) / sizeof(T)))...)};
+}
+template <class Pick, class V>
+HWY_INLINE V Shuffled(V a, V b) {
+  return shuffledLanes(a, b, Pick{}, std::make_index_sequence<sizeof(V) / sizeof(hn::TFromV<V>)>{});
+}
+
+template <class T>
+inline constexpr size_t kBlock = 16 / sizeof(T);  // lanes of 128 bits
+
+// Within blocks: lanes 0, 2 (from = 0) or 1, 3 (from = 1) of a's block, then those of b's.
+template <size_t block, size_t from>
+struct Alternate {
+  static constexpr size_t pick(size_t i, size_t lanes) {
+    const size_t j = i % block, half = block / 2;
+    return i - j + from + 2 * (j % half) + (j < half ? 0 : lanes);
+  }
+};
+// Within blocks: the lower or upper groups of `unit` lanes of a and b by turns.
+template <size_t block, size_t unit, bool isUpper>
+struct Interleave {
+  static constexpr size_t pick(size_t i, size_t lanes) {
+    const size_t j = i % block, group = j / unit;
+    return i - j + (isUpper ? block / 2 : 0) + group / 2 * unit + j % unit + (group % 2 ? lanes : 0);
+  }
+};
+// Halves of a and b, side by side.
+template <bool isUpper>
+struct Halves {
+  static constexpr size_t pick(size_t i, size_t lanes) {
+    return i % (lanes / 2) + (isUpper ? lanes / 2 : 0) + (i < lanes / 2 ? 0 : lanes);
+  }
+};
+// Even or odd blocks of a, then of b.
+template <size_t block, bool isOdd>
+struct EveryOtherBlock {
+  static constexpr size_t pick(size_t i, size_t lanes) {
+    const size_t b = i / block, half = lanes / block / 2;
+    return (2 * (b % half) + isOdd) * block + i % block + (b < half ? 0 : lanes);
+  }
+};
+
+// ---- Order of points in lanes
+
+template <class T>
+constexpr size_t pointOfLane(size_t lane, size_t lanes) {
+  const size_t half = kBlock<T> / 2, block = lane / kBlock<T>, j = lane % kBlock<T>;
+  return block * half + (j < half ? j : lanes / 2 + j - half);
+}
+
+template <class T>
+struct FromNaturalOrder {
+  static constexpr size_t pick(size_t i, size_t lanes) { return pointOfLane<T>(i, lanes); }
+};
+template <class T>
+struct ToNaturalOrder {
+  static constexpr size_t pick(size_t i, size_t lanes) {
+    for (size_t lane = 0; lane < lanes; ++lane)
+      if (pointOfLane<T>(lane, lanes) == i) return lane;
+    return 0;
+  }
+};
+
+// Points from pairs and back.
+template <class D, class T = hn::TFromD<D>, class V = hn::Vec<D>>
+HWY_INLINE Points<V> LoadPairs(D d, const T* from) {
+  const V a = hn::LoadU(d, from), b = hn::LoadU(d, from + hn::MaxLanes(d));
+  return {Shuffled<Alternate<kBlock<T>, 0>>(a, b), Shuffled<Alternate<kBlock<T>, 1>>(a, b)};
+}
+template <class D, class T = hn::TFromD<D>, class V = hn::Vec<D>>
+HWY_INLINE void StorePairs(D d, Points<V> x, T* to) {
+  hn::StoreU(Shuffled<Interleave<kBlock<T>, 1, false>>(x.re, x.im), d, to);
+  hn::StoreU(Shuffled<Interleave<kBlock<T>, 1, true>>(x.re, x.im), d, to + hn::MaxLanes(d));
+}
+
+// One part of points from consecutive numbers and back.
+template <class D, class T = hn::TFromD<D>>
+HWY_INLINE hn::Vec<D> LoadPart(D d, const T* from) {
+  const auto v = hn::LoadU(d, from);
+  return sizeof(v) <= 16 ? v : Shuffled<FromNaturalOrder<T>>(v, v);
+}
+template <class D, class T = hn::TFromD<D>>
+HWY_INLINE void StorePart(D d, hn::Vec<D> v, T* to) {
+  hn::StoreU(sizeof(v) <= 16 ? v : Shuffled<ToNaturalOrder<T>>(v, v), d, to);
+}
+
+// ---- Transposition of a square of lanes: row[i] lane j becomes row[j] lane i
+
+// Of four vectors of four blocks.
+template <class V>
+HWY_INLINE void TransposeBlocks(V& a, V& b, V& c, V& d) {
+  constexpr size_t kUnit = kBlock<hn::TFromV<V>>;
+  const V lowerAB = Shuffled<Halves<false>>(a, b), upperAB = Shuffled<Halves<true>>(a, b);
+  const V lowerCD = Shuffled<Halves<false>>(c, d), upperCD = Shuffled<Halves<true>>(c, d);
+  a = Shuffled<EveryOtherBlock<kUnit, false>>(lowerAB, lowerCD);
+  b = Shuffled<EveryOtherBlock<kUnit, true>>(lowerAB, lowerCD);
+  c = Shuffled<EveryOtherBlock<kUnit, false>>(upperAB, upperCD);
+  d = Shuffled<EveryOtherBlock<kUnit, true>>(upperAB, upperCD);
+}
+
+// Of two vectors of two blocks.
+template <class V>
+HWY_INLINE void TransposeBlocks(V& a, V& b) {
+  const V lower = Shuffled<Halves<false>>(a, b);
+  b = Shuffled<Halves<true>>(a, b);
+  a = lower;
+}
+
+template <size_t count, class V>
+HWY_INLINE void Transpose(V (&row)[count]) {
+  using T = hn::TFromV<V>;
+  static_assert(count * sizeof(T) == sizeof(V) && sizeof(V) >= 16);
+  constexpr size_t kStep = kBlock<T>;
+  ForEach<count / kStep>([&](auto m) ORPSP_INLINED {
+    V* const r = row + m * kStep;
+    if constexpr (kStep == 2) {
+      const V a = r[0], b = r[1];
+      r[0] = Shuffled<Interleave<kStep, 1, false>>(a, b);
+      r[1] = Shuffled<Interleave<kStep, 1, true>>(a, b);
+    } else {
+      const V u0 = Shuffled<Interleave<kStep, 1, false>>(r[0], r[1]),
+              u1 = Shuffled<Interleave<kStep, 1, true>>(r[0], r[1]);
+      const V u2 = Shuffled<Interleave<kStep, 1, false>>(r[2], r[3]),
+              u3 = Shuffled<Interleave<kStep, 1, true>>(r[2], r[3]);
+      r[0] = Shuffled<Interleave<kStep, 2, false>>(u0, u2);
+      r[1] = Shuffled<Interleave<kStep, 2, true>>(u0, u2);
+      r[2] = Shuffled<Interleave<kStep, 2, false>>(u1, u3);
+      r[3] = Shuffled<Interleave<kStep, 2, true>>(u1, u3);
+    }
+  });
+  ForEach<kStep>([&](auto c) ORPSP_INLINED {
+    if constexpr (count / kStep == 2) TransposeBlocks(row[c], row[c + kStep]);
+    if constexpr (count / kStep == 4) TransposeBlocks(row[c], row[c + kStep], row[c + 2 * kStep], row[c + 3 * kStep]);
+  });
+}
+
+// ---- Arithmetic
+
+// x * (wRe + i wIm)
+template <class V>
+HWY_INLINE Points<V> Times(Points<V> x, V wRe, V wIm) {
+  return {hn::NegMulAdd(x.im, wIm, hn::Mul(x.re, wRe)), hn::MulAdd(x.im, wRe, hn::Mul(x.re, wIm))};
+}
+template <class V>
+HWY_INLINE Points<V> Times(Points<V> x, Points<V> w) {
+  return Times(x, w.re, w.im);
+}
+
+template <class V, class T = hn::TFromV<V>>
+HWY_INLINE Points<V> TimesReal(Points<V> x, T factor) {
+  const V f = hn::Set(hn::DFromV<V>{}, factor);
+  return {hn::Mul(x.re, f), hn::Mul(x.im, f)};
+}
+
+// exp(-2 pi i k / 16), k < 8, as cosine, sine and the smaller of their quotients.
+constexpr double kCosines16[8] = {1, 0.92387953251128675613,  0.70710678118654752440,  0.38268343236508977173,
+                                  0, -0.38268343236508977173, -0.70710678118654752440, -0.92387953251128675613};
+constexpr double kSines16[8] = {0, 0.38268343236508977173, 0.70710678118654752440, 0.92387953251128675613,
+                                1, 0.92387953251128675613, 0.70710678118654752440, 0.38268343236508977173};
+constexpr double kQuotients16[8] = {0, 0.41421356237309504880,  1,  0.41421356237309504880,
+                                    0, -0.41421356237309504880, -1, -0.41421356237309504880};
+
+// sum = e + w o and difference = e - w o for w = exp(-2 pi i k / radix). One quotient is taken out of w, so that six
+// fused operations do. [Linzer and Feig 1993]
+template <size_t k, size_t radix, class V>
+HWY_INLINE void Combine(Points<V> e, Points<V> o, Points<V>& sum, Points<V>& difference) {
+  constexpr hn::DFromV<V> d;
+  using T = hn::TFromV<V>;
+  if constexpr (k == 0) {
+    sum = {hn::Add(e.re, o.re), hn::Add(e.im, o.im)};
+    difference = {hn::Sub(e.re, o.re), hn::Sub(e.im, o.im)};
+  } else if constexpr (4 * k == radix) {
+    sum = {hn::Add(e.re, o.im), hn::Sub(e.im, o.re)};
+    difference = {hn::Sub(e.re, o.im), hn::Add(e.im, o.re)};
+  } else {
+    constexpr size_t at = k * (16 / radix);
+    constexpr double c = kCosines16[at], s = kSines16[at], q = kQuotients16[at];
+    constexpr bool isCosineLarger = at <= 2 || at >= 6;
+    constexpr double factor = isCosineLarger ? c : s;
+    V p, r;  // w o = factor (p + i r)
+    if constexpr (q == 1) {
+      p = hn::Add(o.re, o.im);
+      r = hn::Sub(o.im, o.re);
+    } else if constexpr (isCosineLarger) {
+      const V quotient = hn::Set(d, static_cast<T>(q));
+      p = hn::MulAdd(quotient, o.im, o.re);
+      r = hn::NegMulAdd(quotient, o.re, o.im);
+    } else {
+      const V quotient = hn::Set(d, static_cast<T>(q));
+      p = hn::MulAdd(quotient, o.re, o.im);
+      r = hn::MulSub(quotient, o.im, o.re);
+    }
+    const V f = hn::Set(d, static_cast<T>(factor));
+    sum = {hn::MulAdd(f, p, e.re), hn::MulAdd(f, r, e.im)};
+    difference = {hn::NegMulAdd(f, p, e.re), hn::NegMulAdd(f, r, e.im)};
+  }
+}
+
+// Few points are worth their pairs: a vector of them as they stand in memory. isInverse: the transform with the other
+// sign of its angles.
+template <class V, bool isInverse>
+struct Packed {
+  V pairs;
+};
+
+// first, second, first, second, ...
+template <class V>
+HWY_INLINE V ByTurns(double first, double second) {
+  using T = hn::TFromV<V>;
+  constexpr hn::DFromV<V> d;
+  return hn::OddEven(hn::Set(d, static_cast<T>(second)), hn::Set(d, static_cast<T>(first)));
+}
+
+template <class V>
+HWY_INLINE V SwappedParts(V v) {
+  return hn::Reverse2(hn::DFromV<V>{}, v);
+}
+
+// x times w: `re` has the real parts of w twice, `im` the imaginary parts, the first one of two negated.
+template <class V, bool isInverse>
+HWY_INLINE Packed<V, isInverse> Times(Packed<V, isInverse> x, V re, V im) {
+  return {hn::MulAdd(SwappedParts(x.pairs), im, hn::Mul(x.pairs, re))};
+}
+
+template <size_t k, size_t radix, class V, bool isInverse>
+HWY_INLINE void Combine(Packed<V, isInverse> e, Packed<V, isInverse> o, Packed<V, isInverse>& sum,
+                        Packed<V, isInverse>& difference) {
+  constexpr hn::DFromV<V> d;
+  using T = hn::TFromV<V>;
+  constexpr double sign = isInverse ? -1 : 1;
+  if constexpr (k == 0) {
+    sum = {hn::Add(e.pairs, o.pairs)};
+    difference = {hn::Sub(e.pairs, o.pairs)};
+  } else if constexpr (4 * k == radix) {
+    const V swapped = SwappedParts(o.pairs), unit = ByTurns<V>(sign, -sign);
+    sum = {hn::MulAdd(unit, swapped, e.pairs)};
+    difference = {hn::NegMulAdd(unit, swapped, e.pairs)};
+  } else {
+    constexpr size_t at = k * (16 / radix);
+    constexpr bool isCosineLarger = at <= 2 || at >= 6;
+    constexpr double q = sign * kQuotients16[at], factor = isCosineLarger ? kCosines16[at] : kSines16[at];
+    const V swapped = SwappedParts(o.pairs);
+    const V p = isCosineLarger ? hn::MulAdd(ByTurns<V>(q, -q), swapped, o.pairs)
+                               : hn::MulAdd(hn::Set(d, static_cast<T>(kQuotients16[at])), o.pairs,
+                                            hn::Mul(ByTurns<V>(sign, -sign), swapped));
+    const V f = hn::Set(d, static_cast<T>(factor));
+    sum = {hn::MulAdd(f, p, e.pairs)};
+    difference = {hn::NegMulAdd(f, p, e.pairs)};
+  }
+}
+
+// x[k] = sum over n < radix of load(first + step n) exp(-2 pi i n k / radix); points are loaded where they are needed.
+template <size_t radix, size_t first, size_t step, class Load, class P>
+HWY_INLINE void Dft(const Load& load, P (&x)[radix]) {
+  if constexpr (radix == 1) {
+    x[0] = load(std::integral_constant<size_t, first>{});
+  } else {
+    constexpr size_t kHalf = radix / 2;
+    P even[kHalf], odd[kHalf];
+    Dft<kHalf, first, 2 * step>(load, even);
+    Dft<kHalf, first + step, 2 * step>(load, odd);
+    ForEach<kHalf>([&](auto k) ORPSP_INLINED { Combine<k, radix>(even[k], odd[k], x[k], x[k + kHalf]); });
+  }
+}
+
+// The same; hands k and x[k] to `store`, one by one.
+template <size_t radix, class P, class Load, class Store>
+HWY_INLINE void Butterfly(const Load& load, const Store& store) {
+  constexpr size_t kHalf = radix / 2;
+  P even[kHalf], odd[kHalf];
+  Dft<kHalf, 0, 2>(load, even);
+  Dft<kHalf, 1, 2>(load, odd);
+  ForEach<kHalf>([&](auto k) ORPSP_INLINED {
+    P sum, difference;
+    Combine<k, radix>(even[k], odd[k], sum, difference);
+    store(k, sum);
+    store(std::integral_constant<size_t, k + kHalf>{}, difference);
+  });
+}
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#endif  // include guard

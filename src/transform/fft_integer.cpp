@@ -1,0 +1,169 @@
+// FFTs of integers: converted to floating point, transformed, and rounded back with a scale factor.
+#include "frame/entry.h"
+#include "orpsp/transform/fft_complex.h"
+#include "orpsp/transform/fft_real.h"
+#include "orpsp/vector/convert.h"
+#include "simd/element.h"
+#include "simd/targets.h"
+#include "transform/fft_call.h"
+#include "transform/fft_sizes.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "transform/fft_integer.cpp"
+#include <hwy/foreach_target.h>
+
+#include "transform/fft_engine-inl.h"
+#include "transform/fft_real-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {
+
+// ---- Conversion
+
+HWY_INLINE void convert(const Orp16s* src, float* dst, size_t len) {
+  orpsConvert_16s32f(src, dst, static_cast<int>(len));
+}
+HWY_INLINE void convert(const Orp32s* src, float* dst, size_t len) {
+  orpsConvert_32s32f(src, dst, static_cast<int>(len));
+}
+HWY_INLINE void convert(const Orp32s* src, double* dst, size_t len) {
+  orpsConvert_32s64f(src, dst, static_cast<int>(len));
+}
+
+constexpr int kToNearest = 1;
+
+HWY_INLINE void convert(const float* src, Orp16s* dst, size_t len, int scaleFactor) {
+  orpsConvert_32f16s_Sfs(src, dst, static_cast<int>(len), kToNearest, scaleFactor);
+}
+HWY_INLINE void convert(const float* src, Orp32s* dst, size_t len, int scaleFactor) {
+  orpsConvert_32f32s_Sfs(src, dst, static_cast<int>(len), kToNearest, scaleFactor);
+}
+HWY_INLINE void convert(const double* src, Orp32s* dst, size_t len, int scaleFactor) {
+  orpsConvert_64f32s_Sfs(src, dst, static_cast<int>(len), kToNearest, scaleFactor);
+}
+
+// Calls use(numbers, work) with room for `count` numbers of T and the working memory of a complex transform. Of few
+// points the numbers are on the stack; their transforms need no working memory.
+template <class T, class Use>
+HWY_INLINE OrpStatus withRoom(int order, size_t count, int complexOrder, Orp8u* buffer, const Use& use) {
+  constexpr int kFewOrder = 3;
+  if (order <= kFewOrder) {
+    T few[size_t{2} << kFewOrder];
+    use(few, nullptr);
+    return StsOk;
+  }
+  const size_t bytes = (count * sizeof(T) + 63) & ~size_t{63};
+  Workspace room;
+  // A buffer that is given is large enough; its size may exceed an int.
+  const size_t needed = buffer != nullptr ? 1 : bytes + complexWorkBytes<T>(complexOrder);
+  ORPS_RETURN_IF(needed > INT32_MAX || !room.Provide(buffer, static_cast<int32_t>(needed)), StsNoMemory);
+  T* const numbers = reinterpret_cast<T*>(room.Memory());
+  use(numbers, room.Memory() + bytes);
+  return StsOk;
+}
+
+// ---- Complex
+
+// The specification is looked at before the arrays.
+template <class Handle, class... P>
+HWY_INLINE OrpStatus checked(const Handle* spec, const P*... arrays) {
+  ORPS_RETURN_IF(anyNull(spec), StsNullPtr);
+  ORPS_RETURN_IF(!isOfItsKind(spec), StsSpecMismatch);
+  ORPS_RETURN_IF(anyNull(arrays...), StsNullPtr);
+  return StsOk;
+}
+
+template <class T>
+HWY_INLINE void transformInPlace(const FftSpec<T>& spec, bool isInverse, int step, T* re, T* im, void* work) {
+  TransformComplex<T>({.order = spec.order,
+                       .isInverse = isInverse,
+                       .isScaled = (isInverse ? spec.scalesInverse : spec.scalesForward) != 0,
+                       .factor = spec.factor,
+                       .twiddles = spec.twiddles,
+                       .reversed = spec.reversed,
+                       .step = step,
+                       .srcRe = re,
+                       .srcIm = im,
+                       .dstRe = re,
+                       .dstIm = im,
+                       .work = work});
+}
+
+template <bool isInverse, class E, class Handle>
+OrpStatus complexSfs(const E* pSrc, E* pDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
+  using T = typename FftKind<Handle>::Real;
+  if (const OrpStatus status = checked(pFFTSpec, pSrc, pDst); status != StsOk) return status;
+  const FftSpec<T>& spec = *fftRecord(pFFTSpec);
+  const size_t count = size_t{2} << spec.order;
+  return withRoom<T>(spec.order, count, spec.order, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
+    convert(lanes(pSrc), numbers, count);
+    transformInPlace(spec, isInverse, 2, numbers, numbers + 1, work);
+    convert(numbers, lanes(pDst), count, scaleFactor);
+  });
+}
+template <bool isInverse, class E, class Handle>
+OrpStatus complexInPlaceSfs(E* pSrcDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
+  return complexSfs<isInverse, E>(pSrcDst, pSrcDst, pFFTSpec, scaleFactor, pBuffer);
+}
+
+template <bool isInverse, class E, class Handle>
+OrpStatus planarSfs(const E* pSrcRe, const E* pSrcIm, E* pDstRe, E* pDstIm, const Handle* pFFTSpec, int scaleFactor,
+                    Orp8u* pBuffer) {
+  using T = typename FftKind<Handle>::Real;
+  if (const OrpStatus status = checked(pFFTSpec, pSrcRe, pSrcIm, pDstRe, pDstIm); status != StsOk) return status;
+  const FftSpec<T>& spec = *fftRecord(pFFTSpec);
+  const size_t len = size_t{1} << spec.order;
+  return withRoom<T>(spec.order, 2 * len, spec.order, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
+    convert(pSrcRe, numbers, len);
+    convert(pSrcIm, numbers + len, len);
+    transformInPlace(spec, isInverse, 1, numbers, numbers + len, work);
+    convert(numbers, pDstRe, len, scaleFactor);
+    convert(numbers + len, pDstIm, len, scaleFactor);
+  });
+}
+template <bool isInverse, class E, class Handle>
+OrpStatus planarInPlaceSfs(E* pSrcDstRe, E* pSrcDstIm, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
+  return planarSfs<isInverse, E>(pSrcDstRe, pSrcDstIm, pSrcDstRe, pSrcDstIm, pFFTSpec, scaleFactor, pBuffer);
+}
+
+// ---- Real
+
+template <SpectrumLayout layout, bool isInverse, class From, class To, class Handle>
+OrpStatus realSfs(const From* pSrc, To* pDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
+  using T = typename FftKind<Handle>::Real;
+  ORPS_CHECK_FFT(pFFTSpec, pSrc, pDst);
+  const FftSpec<T>& spec = *fftRecord(pFFTSpec);
+  const size_t len = size_t{1} << spec.order;
+  const size_t inSpectrum = layout == SpectrumLayout::kCcs ? 2 * (len / 2 + 1) : len;
+  return withRoom<T>(spec.order, inSpectrum, spec.order - 1, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
+    convert(pSrc, numbers, isInverse ? inSpectrum : len);
+    (isInverse ? SpectrumToReal<layout, T> : RealToSpectrum<layout, T>)(spec, numbers, numbers, work);
+    convert(numbers, pDst, isInverse ? len : inSpectrum, scaleFactor);
+  });
+}
+template <SpectrumLayout layout, class From, class To, class Handle>
+OrpStatus forwardSfs(const From* pSrc, To* pDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
+  return realSfs<layout, false>(pSrc, pDst, pFFTSpec, scaleFactor, pBuffer);
+}
+template <SpectrumLayout layout, class E, class Handle>
+OrpStatus forwardInPlaceSfs(E* pSrcDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
+  return realSfs<layout, false, E>(pSrcDst, pSrcDst, pFFTSpec, scaleFactor, pBuffer);
+}
+template <SpectrumLayout layout, class From, class To, class Handle>
+OrpStatus inverseSfs(const From* pSrc, To* pDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
+  return realSfs<layout, true>(pSrc, pDst, pFFTSpec, scaleFactor, pBuffer);
+}
+template <SpectrumLayout layout, class E, class Handle>
+OrpStatus inverseInPlaceSfs(E* pSrcDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
+  return realSfs<layout, true, E>(pSrcDst, pSrcDst, pFFTSpec, scaleFactor, pBuffer);
+}
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#define ORPSP_TABLE "exports/fft_integer.inc"
+#include "frame/exports-inl.h"

@@ -1,0 +1,539 @@
+// Real FFTs of N = 2^order points: the complex transform of N / 2 pairs, and the step between its spectrum Z and the
+// one of N reals, X. With M = N / 2, w = 2 pi / N and t(k) = -sin(k w) - i cos(k w)
+//
+//   forward   X[k] = (S + t D) / 2,  S = Z[k] + conj Z[M - k],  D = Z[k] - conj Z[M - k],  X[M - k] = conj (S - t D) /
+//   2 inverse   Z[k] = S + conj(t) D,  S and D made of X,  Z[M - k] = conj (S - conj(t) D)
+//
+// [Sorensen, Jones, Heideman, Burrus 1987: Real-valued fast Fourier transform algorithms, IEEE Trans. ASSP 35]
+#include "orpsp/transform/fft_real.h"
+
+#include "frame/entry.h"
+#include "simd/element.h"
+#include "simd/targets.h"
+#include "transform/fft_call.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "transform/fft_real.cpp"
+#include <hwy/foreach_target.h>
+
+#include "transform/butterfly-inl.h"
+#include "transform/fft_engine-inl.h"
+#include "transform/fft_real-inl.h"
+#include "transform/fft_split-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {
+
+// ---- Roots of neighbouring k, each for two lanes
+
+template <class V>
+struct SplitRoots {
+  V sines, cosines;  // sin / 2 twice, and cos / 2, -cos / 2
+};
+
+// As they stand in a table.
+template <class T>
+struct TabledRoots {
+  const T *sines, *cosines;
+
+  template <class D>
+  HWY_INLINE SplitRoots<hn::Vec<D>> At(D d, size_t k) const {
+    return {hn::LoadU(d, sines + 2 * k), hn::LoadU(d, cosines + 2 * k)};
+  }
+};
+
+// Of a coarse angle plus a fine one.
+template <class D>
+struct SummedRoots {
+  using T = hn::TFromD<D>;
+  const T* fine;
+  size_t first;  // k of the coarse angle
+  hn::Vec<D> sine, signedSine, cosine, signedCosine;
+
+  HWY_INLINE SplitRoots<hn::Vec<D>> At(D d, size_t k) const {
+    const T* const at = fine + 2 * (k - first);
+    const auto change = hn::LoadU(d, at), fineSine = hn::LoadU(d, at + 2 * kFineRoots);
+    return {hn::Add(sine, hn::MulAdd(sine, change, hn::Mul(cosine, fineSine))),
+            hn::Add(signedCosine, hn::NegMulAdd(signedSine, fineSine, hn::Mul(signedCosine, change)))};
+  }
+};
+
+template <class D, class T>
+HWY_INLINE SummedRoots<D> RootsFrom(D d, const T* table, size_t k) {
+  const T* const coarse = table + 4 * kFineRoots + 2 * (k / kFineRoots);
+  const auto sine = hn::Set(d, coarse[0]), cosine = hn::Set(d, coarse[1]);
+  return {table, k, sine, hn::OddEven(hn::Neg(sine), sine), cosine, hn::OddEven(hn::Neg(cosine), cosine)};
+}
+
+// ---- The step between the spectra
+
+// Pair 0 of `first`, then the pairs of `rest` from the last one down to its pair 1. Counting down from an end of the
+// array, that is a vector of pairs where `first` begins right behind `rest`; and of such vectors, counted down, it
+// makes one that counts up again.
+struct PickTurned {
+  static constexpr size_t pick(size_t i, size_t lanes) { return i < 2 ? i : 2 * lanes - (i - i % 2) + i % 2; }
+};
+template <class V>
+HWY_INLINE V Turned(V first, V rest) {
+  if constexpr (hn::MaxLanes(hn::DFromV<V>{}) == 2) return first;
+  return Shuffled<PickTurned>(first, rest);
+}
+
+template <class D>
+HWY_INLINE hn::Vec<D> Conjugated(D d, hn::Vec<D> v) {
+  return hn::Xor(v, hn::OddEven(hn::SignBit(d), hn::Zero(d)));
+}
+
+// Conjugates of factor * a - b, given (factor, -factor): the instruction subtracts in one lane and adds in the next.
+template <class D, class V = hn::Vec<D>>
+HWY_INLINE V MulSubConjugated(D d, V a, V signedFactor, V b) {
+#if HWY_TARGET == HWY_SSSE3
+  return hn::MulSub(a, signedFactor, Conjugated(d, b));
+#else
+  constexpr bool kIsFloat = sizeof(hn::TFromD<D>) == 4;
+  if constexpr (sizeof(V) == 16) {
+    if constexpr (kIsFloat) return V{_mm_fmaddsub_ps(a.raw, signedFactor.raw, b.raw)};
+    if constexpr (!kIsFloat) return V{_mm_fmaddsub_pd(a.raw, signedFactor.raw, b.raw)};
+  } else if constexpr (sizeof(V) == 32) {
+    if constexpr (kIsFloat) return V{_mm256_fmaddsub_ps(a.raw, signedFactor.raw, b.raw)};
+    if constexpr (!kIsFloat) return V{_mm256_fmaddsub_pd(a.raw, signedFactor.raw, b.raw)};
+  } else {
+#if HWY_TARGET == HWY_AVX3
+    if constexpr (kIsFloat) return V{_mm512_fmaddsub_ps(a.raw, signedFactor.raw, b.raw)};
+    if constexpr (!kIsFloat) return V{_mm512_fmaddsub_pd(a.raw, signedFactor.raw, b.raw)};
+#endif
+  }
+#endif
+}
+
+template <SpectrumLayout layout>
+constexpr bool kIsPack = layout == SpectrumLayout::kPack;
+
+// Where Re X[N / 2] stands.
+template <SpectrumLayout layout>
+HWY_INLINE size_t placeOfLast(size_t count) {
+  return layout == SpectrumLayout::kPerm ? 1 : kIsPack<layout> ? count - 1 : count;
+}
+
+// All but the first pair, at p; the first one may not be touched.
+template <class D, class T = hn::TFromD<D>>
+HWY_INLINE hn::Vec<D> LoadButFirst(D d, const T* p) {
+#if HWY_TARGET == HWY_SSSE3
+  if constexpr (hn::MaxLanes(d) == 2) return hn::Zero(d);
+  const hn::Half<D> half;
+  return hn::Combine(d, hn::LoadU(half, p + 2), hn::Zero(half));
+#else
+  return hn::MaskedLoad(hn::Not(hn::FirstN(d, 2)), d, p);
+#endif
+}
+template <class D, class T = hn::TFromD<D>>
+HWY_INLINE void StoreButFirst(hn::Vec<D> v, D d, T* p) {
+#if HWY_TARGET == HWY_SSSE3
+  if constexpr (hn::MaxLanes(d) == 4) {
+    const hn::Half<D> half;
+    hn::StoreU(hn::UpperHalf(half, v), half, p + 2);
+  }
+#else
+  hn::BlendedStore(v, hn::Not(hn::FirstN(d, 2)), d, p);
+#endif
+}
+
+// Takes vectors of pairs from both ends of a spectrum to the middle: k counts up, M - k down. Vectors at the upper end
+// are as aligned as those at the lower one, so pair 0 of each belongs to the next step: M - k of a step is the first
+// pair of the vector before, then those of the new one from its last on. From and to may be the same array, also where
+// pairs move by one number.
+template <SpectrumLayout layout, bool isInverse, class D>
+struct SplitStep {
+  using T = hn::TFromD<D>;
+  using V = hn::Vec<D>;
+  static constexpr D d{};
+  static constexpr size_t kPairs = hn::MaxLanes(D{}) / 2;
+  // Pair k begins at number 2 k, in Pack at 2 k - 1.
+  static constexpr ptrdiff_t kFrom = isInverse && kIsPack<layout> ? -1 : 0;
+  static constexpr ptrdiff_t kTo = !isInverse && kIsPack<layout> ? -1 : 0;
+
+  const T* from;
+  T* to;
+  size_t pairs;  // M
+  V signedOne;   // 1, -1
+  V up, down;    // vectors read: at k, and the last one at the upper end
+  V pending;     // the last result for the upper end
+
+  HWY_INLINE V Load(size_t pair) const { return hn::LoadU(d, from + static_cast<ptrdiff_t>(2 * pair) + kFrom); }
+  HWY_INLINE void Store(V v, size_t pair) const { hn::StoreU(v, d, to + static_cast<ptrdiff_t>(2 * pair) + kTo); }
+
+  // Results for k and the following; those for M - k and down are left in `pending`.
+  HWY_INLINE V Step(SplitRoots<V> roots, size_t k) {
+    const V rest = Load(pairs - k - kPairs);
+    const V mirrored = Turned(down, rest);
+    down = rest;
+    const V sum = hn::MulAdd(mirrored, signedOne, up);
+    V difference = hn::NegMulAdd(mirrored, signedOne, up);
+    if constexpr (isInverse) difference = hn::Add(difference, difference);
+    const V byCosine = hn::Mul(roots.cosines, hn::Reverse2(d, difference));
+    if constexpr (isInverse) {
+      const V turned = hn::NegMulSub(roots.sines, difference, byCosine);
+      pending = MulSubConjugated(d, sum, signedOne, turned);
+      return hn::Add(sum, turned);
+    } else {
+      const V turned = hn::NegMulAdd(roots.sines, difference, byCosine), half = hn::Set(d, T{0.5});
+      pending = MulSubConjugated(d, sum, hn::Mul(signedOne, half), turned);
+      return hn::MulAdd(sum, half, turned);
+    }
+  }
+
+  template <class Roots>
+  HWY_INLINE void Run(const Roots& roots, size_t k, size_t end) {
+    for (; k < end; k += kPairs) {
+      const V before = pending;
+      const V result = Step(roots.At(d, k), k);
+      up = Load(k + kPairs);  // in Pack the result overwrites the first number of it
+      Store(result, k);
+      Store(Turned(pending, before), pairs - k);
+    }
+  }
+
+  HWY_INLINE void First(SplitRoots<V> roots) {
+    if constexpr (isInverse) {
+      const V lower = hn::IfThenElseZero(hn::FirstN(d, 1), hn::Set(d, get(from)));
+      if constexpr (kIsPack<layout>) {
+        up = hn::Or(LoadButFirst(d, from - 1), lower);
+      } else {
+        up = hn::Or(hn::IfThenZeroElse(hn::FirstN(d, 2), hn::LoadU(d, from)), lower);
+      }
+      down = hn::IfThenElseZero(hn::FirstN(d, 1), hn::Set(d, get(from + placeOfLast<layout>(2 * pairs))));
+    } else {
+      up = down = hn::LoadU(d, from);
+    }
+    const V result = Step(roots, 0);
+    up = Load(kPairs);
+    if constexpr (!isInverse && kIsPack<layout>) {
+      StoreButFirst(result, d, to - 1);
+      put(to, hn::GetLane(result));
+    } else {
+      Store(result, 0);
+    }
+    if constexpr (!isInverse) {
+      if constexpr (layout == SpectrumLayout::kCcs) {
+        put(to + 1, T{0});
+        put(to + 2 * pairs + 1, T{0});
+      }
+      put(to + placeOfLast<layout>(2 * pairs), hn::GetLane(pending));
+    }
+  }
+
+  // M / 2 mirrors itself.
+  HWY_INLINE void Middle() {
+    const V middle = hn::Mul(signedOne, isInverse ? hn::Add(down, down) : down);
+    Store(Turned(middle, pending), pairs / 2);
+  }
+};
+
+template <SpectrumLayout layout, bool isInverse, class D, class T = hn::TFromD<D>>
+HWY_NOINLINE void Split(D d, int order, const T* table, const T* from, T* to) {
+  const size_t quarter = size_t{1} << (order - 2);
+  const auto any = hn::Undefined(d), one = hn::Set(d, T{1});
+  SplitStep<layout, isInverse, D> step{from, to, 2 * quarter, hn::OddEven(hn::Neg(one), one), any, any, any};
+  if (order <= kLastDirectOrder) {
+    const TabledRoots<T> roots{table, table + 2 * quarter};
+    step.First(roots.At(d, 0));
+    step.Run(roots, step.kPairs, quarter);
+  } else {
+    auto roots = RootsFrom(d, table, 0);
+    step.First(roots.At(d, 0));
+    step.Run(roots, step.kPairs, kFineRoots);
+    for (size_t k = kFineRoots; k < quarter; k += kFineRoots) step.Run(RootsFrom(d, table, k), k, k + kFineRoots);
+  }
+  step.Middle();
+}
+
+// Of few points, in vectors no wider than those that the complex transform has just stored.
+template <SpectrumLayout layout, bool isInverse, class T>
+HWY_INLINE void AnySplit(int order, const T* table, const T* from, T* to) {
+  if (order <= 6) {
+    constexpr hn::CappedTag<T, 8> d;
+    return Split<layout, isInverse>(d, order, table, from, to);
+  }
+  constexpr hn::ScalableTag<T> d;
+  Split<layout, isInverse>(d, order, table, from, to);
+}
+
+template <bool isInverse, class T>
+HWY_INLINE void TransformPairs(const FftSpec<T>& spec, const T* src, T* dst, void* work) {
+  TransformComplex<T>({.order = spec.order - 1,
+                       .isInverse = isInverse,
+                       .isScaled = (isInverse ? spec.scalesInverse : spec.scalesForward) != 0,
+                       .factor = spec.factor,
+                       .twiddles = spec.twiddles,
+                       .reversed = spec.reversed,
+                       .step = 2,
+                       .srcRe = src,
+                       .srcIm = src + 1,
+                       .dstRe = dst,
+                       .dstIm = dst + 1,
+                       .work = work});
+}
+
+// ---- Up to 16 points in registers, number by number
+//
+// Bins of even k are those of the sums x[j] + x[j + n / 2]. With differences d[j] = x[j] - x[j + n / 2] and q = n / 4,
+//
+//   X[4 m + 1] = sum over j < q of (d[j] - i d[j + q]) exp(-2 pi i j / n) exp(-2 pi i j m / q),
+//
+// and the other odd bins are conjugates of these. The inverse runs the same steps backwards.
+
+template <class V>
+struct Bin {
+  V re, im;
+};
+
+template <class V>
+HWY_INLINE Bin<V> Sum(Bin<V> a, Bin<V> b) {
+  return {hn::Add(a.re, b.re), hn::Add(a.im, b.im)};
+}
+template <class V>
+HWY_INLINE Bin<V> Difference(Bin<V> a, Bin<V> b) {
+  return {hn::Sub(a.re, b.re), hn::Sub(a.im, b.im)};
+}
+
+// The complex transform of up to 4 points in place.
+template <class V, size_t count>
+HWY_INLINE void FewComplex(Bin<V> (&x)[count]) {
+  if constexpr (count == 2) {
+    const Bin<V> first = x[0];
+    x[0] = Sum(first, x[1]);
+    x[1] = Difference(first, x[1]);
+  } else if constexpr (count == 4) {
+    const Bin<V> a = Sum(x[0], x[2]), b = Difference(x[0], x[2]), c = Sum(x[1], x[3]), d = Difference(x[1], x[3]);
+    x[0] = Sum(a, c);
+    x[1] = {hn::Add(b.re, d.im), hn::Sub(b.im, d.re)};
+    x[2] = Difference(a, c);
+    x[3] = {hn::Sub(b.re, d.im), hn::Add(b.im, d.re)};
+  }
+}
+
+// cos(2 pi j / n) and the sine, below a quarter of the circle, n up to 16.
+template <size_t j, size_t n>
+struct FewRoot {
+  static constexpr long double kCosine[] = {1, 0.923879532511286756128183L, 0.707106781186547524400844L,
+                                            0.382683432365089771728460L, 0};
+  static constexpr long double cosine = kCosine[16 / n * j], sine = kCosine[4 - 16 / n * j];
+};
+
+// Hands bins to put(k, re, im), and those of k = 0 and N / 2 to putEnds; N = n * stride.
+template <size_t stride, class V, size_t n, class Put, class PutEnds>
+HWY_INLINE void FewToBins(const V (&x)[n], const Put& put, const PutEnds& putEnds) {
+  if constexpr (n == 2) {
+    putEnds(hn::Add(x[0], x[1]), hn::Sub(x[0], x[1]));
+  } else {
+    constexpr hn::DFromV<V> d;
+    using T = hn::TFromV<V>;
+    constexpr size_t kQuarter = n / 4;
+    V sum[n / 2], difference[n / 2];
+    ForEach<n / 2>([&](auto j) ORPSP_INLINED {
+      sum[j] = hn::Add(x[j], x[j + n / 2]);
+      difference[j] = hn::Sub(x[j], x[j + n / 2]);
+    });
+    FewToBins<2 * stride>(sum, put, putEnds);
+    Bin<V> odd[kQuarter];
+    ForEach<kQuarter>([&](auto j) ORPSP_INLINED {
+      const V re = difference[j], minusIm = difference[j + kQuarter];
+      if constexpr (j == 0) {
+        odd[j] = {re, hn::Neg(minusIm)};
+      } else {
+        const V cosine = hn::Set(d, static_cast<T>(FewRoot<j, n>::cosine));
+        const V sine = hn::Set(d, static_cast<T>(FewRoot<j, n>::sine));
+        odd[j] = {hn::NegMulAdd(minusIm, sine, hn::Mul(re, cosine)), hn::NegMulSub(re, sine, hn::Mul(minusIm, cosine))};
+      }
+    });
+    FewComplex(odd);
+    ForEach<kQuarter>([&](auto m) ORPSP_INLINED {
+      constexpr size_t k = 4 * m + 1;
+      if constexpr (2 * k < n) {
+        put(k * stride, odd[m].re, odd[m].im);
+      } else {
+        put((n - k) * stride, odd[m].re, hn::Neg(odd[m].im));
+      }
+    });
+  }
+}
+
+template <size_t stride, class V, size_t n, class Get, class GetEnds>
+HWY_INLINE void FewFromBins(const Get& get, const GetEnds& getEnds, V (&x)[n]) {
+  if constexpr (n == 2) {
+    const Bin<V> ends = getEnds();
+    x[0] = hn::Add(ends.re, ends.im);
+    x[1] = hn::Sub(ends.re, ends.im);
+  } else {
+    constexpr hn::DFromV<V> d;
+    using T = hn::TFromV<V>;
+    constexpr size_t kQuarter = n / 4;
+    V even[n / 2], odd[n / 2];
+    FewFromBins<2 * stride>(get, getEnds, even);
+    Bin<V> bins[kQuarter];  // parts exchanged, which makes a forward transform an inverse one
+    ForEach<kQuarter>([&](auto m) ORPSP_INLINED {
+      constexpr size_t k = 4 * m + 1;
+      const Bin<V> bin = get(2 * k < n ? k * stride : (n - k) * stride);
+      bins[m] = {2 * k < n ? bin.im : hn::Neg(bin.im), bin.re};
+    });
+    FewComplex(bins);
+    ForEach<kQuarter>([&](auto j) ORPSP_INLINED {
+      const V re = bins[j].im, im = bins[j].re;
+      if constexpr (j == 0) {
+        odd[j] = hn::Add(re, re);
+        odd[j + kQuarter] = hn::Neg(hn::Add(im, im));
+      } else {
+        const V cosine = hn::Set(d, static_cast<T>(2 * FewRoot<j, n>::cosine));
+        const V sine = hn::Set(d, static_cast<T>(2 * FewRoot<j, n>::sine));
+        odd[j] = hn::NegMulAdd(im, sine, hn::Mul(re, cosine));
+        odd[j + kQuarter] = hn::NegMulSub(re, sine, hn::Mul(im, cosine));
+      }
+    });
+    ForEach<n / 2>([&](auto j) ORPSP_INLINED {
+      x[j] = hn::Add(even[j], odd[j]);
+      x[j + n / 2] = hn::Sub(even[j], odd[j]);
+    });
+  }
+}
+
+template <SpectrumLayout layout, size_t count, class T>
+HWY_INLINE void FewToSpectrum(T factor, const T* src, T* dst) {
+  constexpr hn::CappedTag<T, 1> d;
+  using V = hn::Vec<decltype(d)>;
+  const auto putScaled = [=](size_t at, V v) ORPSP_INLINED { put(dst + at, factor * hn::GetLane(v)); };
+  V x[count];
+  ForEach<count>([&](auto j) ORPSP_INLINED { x[j] = hn::Set(d, get(src + j)); });
+  if constexpr (layout == SpectrumLayout::kCcs) {
+    put(dst + 1, T{0});
+    if constexpr (count > 1) put(dst + count + 1, T{0});
+  }
+  if constexpr (count == 1) {
+    putScaled(0, x[0]);
+  } else {
+    FewToBins<1>(
+        x,
+        [=](size_t k, V re, V im) ORPSP_INLINED {
+          putScaled(2 * k - kIsPack<layout>, re);
+          putScaled(2 * k + 1 - kIsPack<layout>, im);
+        },
+        [=](V first, V last) ORPSP_INLINED {
+          putScaled(0, first);
+          putScaled(placeOfLast<layout>(count), last);
+        });
+  }
+}
+
+template <SpectrumLayout layout, size_t count, class T>
+HWY_INLINE void SpectrumToFew(T factor, const T* src, T* dst) {
+  constexpr hn::CappedTag<T, 1> d;
+  using V = hn::Vec<decltype(d)>;
+  const auto load = [=](size_t at) ORPSP_INLINED { return hn::Set(hn::CappedTag<T, 1>{}, get(src + at)); };
+  V x[count];
+  if constexpr (count == 1) {
+    x[0] = load(0);
+  } else {
+    FewFromBins<1>(
+        [=](size_t k) ORPSP_INLINED {
+          return Bin<V>{load(2 * k - kIsPack<layout>), load(2 * k + 1 - kIsPack<layout>)};
+        },
+        [=]() ORPSP_INLINED {
+          return Bin<V>{load(0), load(placeOfLast<layout>(count))};
+        },
+        x);
+  }
+  ForEach<count>([&](auto j) ORPSP_INLINED { put(dst + j, factor * hn::GetLane(x[j])); });
+}
+
+}  // namespace
+
+template <SpectrumLayout layout, class T>
+void RealToSpectrum(const FftSpec<T>& spec, const T* src, T* dst, void* work) {
+  const T factor = spec.scalesForward ? spec.factor : 1;
+  switch (spec.order) {
+    case 0:
+      return FewToSpectrum<layout, 1>(factor, src, dst);
+    case 1:
+      return FewToSpectrum<layout, 2>(factor, src, dst);
+    case 2:
+      return FewToSpectrum<layout, 4>(factor, src, dst);
+    case 3:
+      return FewToSpectrum<layout, 8>(factor, src, dst);
+    case 4:
+      return FewToSpectrum<layout, 16>(factor, src, dst);
+    default:
+      break;
+  }
+  TransformPairs<false>(spec, src, dst, work);
+  AnySplit<layout, false>(spec.order, spec.split, dst, dst);
+}
+
+template <SpectrumLayout layout, class T>
+void SpectrumToReal(const FftSpec<T>& spec, const T* src, T* dst, void* work) {
+  const T factor = spec.scalesInverse ? spec.factor : 1;
+  switch (spec.order) {
+    case 0:
+      return SpectrumToFew<layout, 1>(factor, src, dst);
+    case 1:
+      return SpectrumToFew<layout, 2>(factor, src, dst);
+    case 2:
+      return SpectrumToFew<layout, 4>(factor, src, dst);
+    case 3:
+      return SpectrumToFew<layout, 8>(factor, src, dst);
+    case 4:
+      return SpectrumToFew<layout, 16>(factor, src, dst);
+    default:
+      break;
+  }
+  AnySplit<layout, true>(spec.order, spec.split, src, dst);
+  TransformPairs<true>(spec, dst, dst, work);
+}
+
+#define ORPS_INSTANTIATE(layout, T)                                                                \
+  template void RealToSpectrum<SpectrumLayout::layout, T>(const FftSpec<T>&, const T*, T*, void*); \
+  template void SpectrumToReal<SpectrumLayout::layout, T>(const FftSpec<T>&, const T*, T*, void*)
+ORPS_INSTANTIATE(kPack, float);
+ORPS_INSTANTIATE(kPerm, float);
+ORPS_INSTANTIATE(kCcs, float);
+ORPS_INSTANTIATE(kPack, double);
+ORPS_INSTANTIATE(kPerm, double);
+ORPS_INSTANTIATE(kCcs, double);
+#undef ORPS_INSTANTIATE
+
+namespace {
+
+template <auto kTransform, class T, class Handle>
+HWY_INLINE OrpStatus transformReal(const T* src, T* dst, const Handle* handle, Orp8u* buffer) {
+  ORPS_CHECK_FFT(handle, src, dst);
+  const FftSpec<T>& spec = *fftRecord(handle);
+  Workspace work;
+  ORPS_RETURN_IF(!work.Provide(buffer, spec.workBytes), StsNoMemory);
+  kTransform(spec, src, dst, work.Memory());
+  return StsOk;
+}
+
+template <SpectrumLayout layout, class T, class Handle>
+OrpStatus forward(const T* pSrc, T* pDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
+  return transformReal<&RealToSpectrum<layout, T>>(pSrc, pDst, pFFTSpec, pBuffer);
+}
+template <SpectrumLayout layout, class T, class Handle>
+OrpStatus forwardInPlace(T* pSrcDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
+  return transformReal<&RealToSpectrum<layout, T>>(pSrcDst, pSrcDst, pFFTSpec, pBuffer);
+}
+template <SpectrumLayout layout, class T, class Handle>
+OrpStatus inverse(const T* pSrc, T* pDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
+  return transformReal<&SpectrumToReal<layout, T>>(pSrc, pDst, pFFTSpec, pBuffer);
+}
+template <SpectrumLayout layout, class T, class Handle>
+OrpStatus inverseInPlace(T* pSrcDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
+  return transformReal<&SpectrumToReal<layout, T>>(pSrcDst, pSrcDst, pFFTSpec, pBuffer);
+}
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#define ORPSP_TABLE "exports/fft_real.inc"
+#include "frame/exports-inl.h"

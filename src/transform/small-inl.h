@@ -1,0 +1,313 @@
+// FFTs of few points, in registers: up to kSmallOrder<T>.
+#if defined(ORPSP_TRANSFORM_SMALL_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef ORPSP_TRANSFORM_SMALL_INL_H_
+#undef ORPSP_TRANSFORM_SMALL_INL_H_
+#else
+#define ORPSP_TRANSFORM_SMALL_INL_H_
+#endif
+
+#include "transform/columns-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {
+
+// The largest order that has too few points for Direct or is quicker here; at least 5, since orders 0 to 5 have no
+// tables.
+template <class T>
+constexpr int kSmallOrder = HWY_MAX(kLanes<T> == 8 && sizeof(T) == 8 ? 6 : 5,
+                                    static_cast<int>(hwy::CeilLog2(kRow<T>* kLanes<T>)) - 1);
+
+// ---- Twiddle factors, computed by the compiler
+
+// sin(2 pi k / 2^order) for an angle of at most an eighth of the circle, and the cosine.
+constexpr long double smallSine(unsigned k, int order, bool isCosine) {
+  const long double angle = 6.283185307179586476925286766559L * k / (1u << order);
+  long double term = isCosine ? 1 : angle, sum = 0;
+  for (int n = isCosine ? 1 : 2; n < 40; n += 2) {
+    sum += term;
+    term *= -angle * angle / (n * (n + 1));
+  }
+  return sum;
+}
+// exp(-2 pi i k / 2^order), k below a quarter of the circle or at it.
+template <class T>
+constexpr Root<T> smallRootOfQuarter(unsigned k, int order) {
+  const unsigned quarter = 1u << (order - 2);
+  const bool isNear = 2 * k <= quarter;
+  const unsigned folded = isNear ? k : quarter - k;
+  return {static_cast<T>(smallSine(folded, order, isNear)), static_cast<T>(-smallSine(folded, order, !isNear))};
+}
+template <class T>
+constexpr Root<T> smallRoot(unsigned k, int order) {
+  const unsigned quarter = 1u << (order - 2);
+  Root<T> w = smallRootOfQuarter<T>(k % quarter, order);
+  for (unsigned turns = k / quarter % 4; turns > 0; --turns) w = {w.im, -w.re};
+  return w;
+}
+
+// 2^order points as `rows` rows of `columns` points, of which `lanes` at a time are transformed.
+template <int order, class T>
+struct SmallShape {
+  static constexpr size_t kRows = size_t{1} << (order + 1) / 2, kColumns = size_t{1} << order / 2;
+  static constexpr size_t kLanesUsed = HWY_MIN(kLanes<T>, kColumns);
+};
+
+// For each group of columns and row k > 0 a vector of points exp(-2 pi i k column / 2^order).
+template <int order, class T>
+struct SmallTwiddles {
+  using Shape = SmallShape<order, T>;
+  alignas(64) T value[2 * Shape::kColumns * (Shape::kRows - 1)];
+
+  constexpr SmallTwiddles() : value() {
+    constexpr size_t lanes = Shape::kLanesUsed;
+    size_t at = 0;
+    for (size_t column = 0; column < Shape::kColumns; column += lanes)
+      for (size_t k = 1; k < Shape::kRows; ++k, at += 2 * lanes)
+        for (size_t lane = 0; lane < lanes; ++lane) {
+          const auto w = smallRoot<T>(static_cast<unsigned>(k * (column + pointOfLane<T>(lane, lanes))), order);
+          value[at + lane] = w.re;
+          value[at + lanes + lane] = w.im;
+        }
+  }
+};
+template <int order, class T>
+inline constexpr SmallTwiddles<order, T> kSmallTwiddles;
+
+// ---- Points at consecutive places of the caller's memory
+
+template <class T, bool isSwapped>
+struct Pairs {
+  static constexpr bool kIsSwapped = isSwapped;
+  T* p;
+  template <class D>
+  HWY_INLINE Points<hn::Vec<D>> Load(D d, size_t at) const {
+    Points<hn::Vec<D>> x;
+    if constexpr (hn::MaxLanes(d) == 1) {
+      x = {hn::LoadU(d, p + 2 * at), hn::LoadU(d, p + 2 * at + 1)};
+    } else {
+      x = LoadPairs(d, p + 2 * at);
+    }
+    if constexpr (isSwapped) return {x.im, x.re};
+    return x;
+  }
+  template <class D>
+  HWY_INLINE void Store(D d, Points<hn::Vec<D>> x, size_t at) const {
+    if constexpr (isSwapped) x = {x.im, x.re};
+    if constexpr (hn::MaxLanes(d) == 1) {
+      hn::StoreU(x.re, d, p + 2 * at);
+      hn::StoreU(x.im, d, p + 2 * at + 1);
+    } else {
+      StorePairs(d, x, p + 2 * at);
+    }
+  }
+};
+
+template <class T>
+struct Planes {
+  T *re, *im;
+  template <class D>
+  HWY_INLINE Points<hn::Vec<D>> Load(D d, size_t at) const {
+    return {LoadPart(d, re + at), LoadPart(d, im + at)};
+  }
+  template <class D>
+  HWY_INLINE void Store(D d, Points<hn::Vec<D>> x, size_t at) const {
+    StorePart(d, x.re, re + at);
+    StorePart(d, x.im, im + at);
+  }
+};
+
+template <bool isScaled, class V, class T>
+HWY_INLINE Points<V> MaybeScaled(Points<V> x, T factor) {
+  if constexpr (isScaled) return TimesReal(x, factor);
+  return x;
+}
+
+// ---- In vectors of pairs as they stand in memory: a column for each pair of a vector, in 4, 8 or 16 rows
+
+// Pairs of a vector: four, or eight of float in the widest vectors, where there are points enough.
+template <int order, class T>
+constexpr size_t kColumnsOfPairs = order >= 6 && kLanes<T> == 16 ? 8 : 4;
+template <class T>
+constexpr bool kHasFourPairs = kLanes<T> >= 8;
+// More rows than 16, or more than 8 of them in 16 registers, are better off as planes.
+template <class T>
+constexpr int kLargestPackedOrder = kLanes<T> == 16  ? 7
+                                    : sizeof(T) == 8 ? 6
+                                                     : 5;
+
+// Twiddle factors, row by row from the second: real parts twice, imaginary parts, the first one of two negated.
+template <int order, class T, bool isInverse>
+struct PackedTwiddles {
+  static constexpr size_t kColumns = kColumnsOfPairs<order, T>, kRows = (size_t{1} << order) / kColumns;
+  alignas(64) T value[4 * kColumns * (kRows - 1)];
+
+  constexpr PackedTwiddles() : value() {
+    for (size_t k = 1; k < kRows; ++k)
+      for (size_t column = 0; column < kColumns; ++column) {
+        const auto w = smallRoot<T>(static_cast<unsigned>(k * column), order);
+        T* const to = value + 4 * kColumns * (k - 1) + 2 * column;
+        to[0] = to[1] = w.re;
+        to[2 * kColumns] = isInverse ? w.im : -w.im;
+        to[2 * kColumns + 1] = -to[2 * kColumns];
+      }
+  }
+};
+template <int order, class T, bool isInverse>
+inline constexpr PackedTwiddles<order, T, isInverse> kPackedTwiddles;
+
+template <size_t count, class P>
+HWY_INLINE void TransposePairs(P* x) {
+  using V = decltype(P::pairs);
+  constexpr hn::DFromV<V> d;
+  if constexpr (sizeof(hn::TFromV<V>) == 8) {
+    TransposeBlocks(x[0].pairs, x[1].pairs, x[2].pairs, x[3].pairs);
+  } else {
+    constexpr hn::RepartitionToWide<decltype(d)> wide;
+    hn::Vec<decltype(wide)> row[count];
+    ForEach<count>([&](auto i) ORPSP_INLINED { row[i] = hn::BitCast(wide, x[i].pairs); });
+    Transpose(row);
+    ForEach<count>([&](auto i) ORPSP_INLINED { x[i].pairs = hn::BitCast(d, row[i]); });
+  }
+}
+
+template <int order, bool isScaled, class T, bool isInverse>
+HWY_INLINE void PackedTransform(const T* from, T* to, T factor) {
+  constexpr size_t kColumns = kColumnsOfPairs<order, T>, kRows = (size_t{1} << order) / kColumns;
+  constexpr hn::CappedTag<T, 2 * kColumns> d;
+  using P = Packed<hn::Vec<decltype(d)>, isInverse>;
+  P x[kRows];
+  Butterfly<kRows, P>([&](auto n) ORPSP_INLINED { return P{hn::LoadU(d, from + 2 * kColumns * n)}; },
+                      [&](auto k, P value) ORPSP_INLINED {
+                        if constexpr (k > 0) {
+                          const T* const w = kPackedTwiddles<order, T, isInverse>.value + 4 * kColumns * (k - 1);
+                          value = Times(value, hn::Load(d, w), hn::Load(d, w + 2 * kColumns));
+                        }
+                        x[k] = value;
+                      });
+  ForEach<kRows / kColumns>([&](auto group) ORPSP_INLINED {
+    P* const g = x + kColumns * group;
+    TransposePairs<kColumns>(g);
+    Butterfly<kColumns, P>([&](auto n) ORPSP_INLINED { return g[n]; },
+                           [&](auto k, P value) ORPSP_INLINED {
+                             hn::StoreU(isScaled ? hn::Mul(value.pairs, hn::Set(d, factor)) : value.pairs, d,
+                                        to + 2 * (k * kRows + kColumns * group));
+                           });
+  });
+}
+
+// Two rows of four. Lanes are named by pairs: a vector holds four.
+struct EvenPairs {  // of a and b, by turns
+  static constexpr size_t pick(size_t i, size_t lanes) { return i / 4 * 4 + i % 2 + (i % 4 < 2 ? 0 : lanes); }
+};
+struct OddPairs {
+  static constexpr size_t pick(size_t i, size_t lanes) { return EvenPairs::pick(i, lanes) + 2; }
+};
+struct OtherHalf {
+  static constexpr size_t pick(size_t i, size_t lanes) { return (i + lanes / 2) % lanes; }
+};
+struct PartsSwappedAbove {  // in the upper half
+  static constexpr size_t pick(size_t i, size_t lanes) { return i < lanes / 2 ? i : i ^ 1; }
+};
+template <class T, bool isInverse>
+struct EightConstants {
+  alignas(64) T re[8] = {}, im[8] = {}, halves[8] = {}, turns[8] = {};
+  constexpr EightConstants() {
+    for (unsigned i = 0; i < 8; ++i) {
+      const auto w = smallRoot<T>(i / 2, 3);
+      re[i] = w.re;
+      im[i] = (i % 2 == 0) == isInverse ? w.im : -w.im;
+      halves[i] = i < 4 ? 1 : -1;
+      turns[i] = i < 4 || (i % 2 == 0) != isInverse ? 1 : -1;
+    }
+  }
+};
+template <class T, bool isInverse>
+inline constexpr EightConstants<T, isInverse> kEight;
+
+template <bool isScaled, class T, bool isInverse>
+HWY_INLINE void EightPoints(const T* from, T* to, T factor) {
+  constexpr hn::CappedTag<T, 8> d;
+  using V = hn::Vec<decltype(d)>;
+  const auto& constants = kEight<T, isInverse>;
+  const V lower = hn::LoadU(d, from), upper = hn::LoadU(d, from + 8);
+  const V even = hn::Add(lower, upper);
+  const V odd =
+      Times(Packed<V, isInverse>{hn::Sub(lower, upper)}, hn::Load(d, constants.re), hn::Load(d, constants.im)).pairs;
+  const auto addHalves = [&](V v) ORPSP_INLINED {
+    return hn::MulAdd(v, hn::Load(d, constants.halves), Shuffled<OtherHalf>(v, v));
+  };
+  const V a = addHalves(Shuffled<EvenPairs>(even, odd)), b = addHalves(Shuffled<OddPairs>(even, odd));
+  const V turned = Shuffled<PartsSwappedAbove>(b, b), turns = hn::Load(d, constants.turns);
+  const V f = hn::Set(d, isScaled ? factor : T{1});
+  const V first = hn::MulAdd(turned, turns, a), second = hn::NegMulAdd(turned, turns, a);
+  hn::StoreU(isScaled ? hn::Mul(first, f) : first, d, to);
+  hn::StoreU(isScaled ? hn::Mul(second, f) : second, d, to + 8);
+}
+
+// ---- The transform
+
+template <class From>
+inline constexpr bool kIsPairs = false;
+template <class T, bool isSwapped>
+inline constexpr bool kIsPairs<Pairs<const T, isSwapped>> = true;
+
+template <int order, bool isScaled, class T, class From, class To>
+HWY_INLINE void SmallTransform(const From& from, const To& to, T factor) {
+  if constexpr (kIsPairs<From> && kHasFourPairs<T> && order == 3) {
+    EightPoints<isScaled, T, From::kIsSwapped>(from.p, to.p, factor);
+  } else if constexpr (kIsPairs<From> && kHasFourPairs<T> && order >= 4 && order <= kLargestPackedOrder<T>) {
+    PackedTransform<order, isScaled, T, From::kIsSwapped>(from.p, to.p, factor);
+  } else if constexpr (order < 4) {
+    constexpr hn::CappedTag<T, 1> d;
+    using V = hn::Vec<decltype(d)>;
+    Points<V> x[size_t{1} << order];
+    Dft<(size_t{1} << order), 0, 1>([&](auto n) ORPSP_INLINED { return from.Load(d, n); }, x);
+    ForEach<(size_t{1} << order)>([&](auto k) ORPSP_INLINED { to.Store(d, MaybeScaled<isScaled>(x[k], factor), k); });
+  } else {
+    using Shape = SmallShape<order, T>;
+    constexpr size_t kRows = Shape::kRows, kColumns = Shape::kColumns, kUsed = Shape::kLanesUsed;
+    constexpr hn::CappedTag<T, kUsed> d;
+    using V = hn::Vec<decltype(d)>;
+
+    Points<V> row[kColumns][kRows / kUsed];  // column by column, row k in lane and vector
+    ForEach<kColumns / kUsed>([&](auto group) ORPSP_INLINED {
+      Points<V> x[kRows];
+      Butterfly<kRows, Points<V>>([&](auto n) ORPSP_INLINED { return from.Load(d, n * kColumns + group * kUsed); },
+                                  [&](auto k, Points<V> value) ORPSP_INLINED {
+                                    if constexpr (k > 0) {
+                                      const T* const w =
+                                          kSmallTwiddles<order, T>.value + 2 * kUsed * (group * (kRows - 1) + k - 1);
+                                      value = Times(value, {hn::Load(d, w), hn::Load(d, w + kUsed)});
+                                    }
+                                    x[k] = value;
+                                  });
+      ForEach<kRows / kUsed>([&](auto v) ORPSP_INLINED {
+        V re[kUsed], im[kUsed];
+        ForEach<kUsed>([&](auto i) ORPSP_INLINED {
+          re[i] = x[v * kUsed + pointOfLane<T>(i, kUsed)].re;
+          im[i] = x[v * kUsed + pointOfLane<T>(i, kUsed)].im;
+        });
+        Transpose(re);
+        Transpose(im);
+        ForEach<kUsed>([&](auto i) ORPSP_INLINED {
+          row[group * kUsed + pointOfLane<T>(i, kUsed)][v] = {re[i], im[i]};
+        });
+      });
+    });
+    ForEach<kRows / kUsed>([&](auto v) ORPSP_INLINED {
+      Butterfly<kColumns, Points<V>>([&](auto n) ORPSP_INLINED { return row[n][v]; },
+                                     [&](auto k, Points<V> value) ORPSP_INLINED {
+                                       to.Store(d, MaybeScaled<isScaled>(value, factor), k * kRows + v * kUsed);
+                                     });
+    });
+  }
+}
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#endif  // include guard
