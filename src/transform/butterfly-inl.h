@@ -18,6 +18,7 @@
 
 #include <utility>
 
+#include "simd/element.h"
 #include "transform/sine.h"
 
 #undef ORPSP_INLINED
@@ -129,15 +130,31 @@ HWY_INLINE void StorePairs(D d, Points<V> x, T* to) {
   hn::StoreU(Shuffled<Interleave<kBlock<T>, 1, true>>(x.re, x.im), d, to + hn::MaxLanes(d));
 }
 
+// A vector, or a single number, at any address.
+template <class D, class T = hn::TFromD<D>>
+HWY_INLINE hn::Vec<D> LoadAnywhere(D d, const T* from) {
+  if constexpr (hn::MaxLanes(D{}) == 1)
+    return hn::Set(d, get(from));
+  else
+    return hn::LoadU(d, from);
+}
+template <class D, class T = hn::TFromD<D>>
+HWY_INLINE void StoreAnywhere(D d, hn::Vec<D> v, T* to) {
+  if constexpr (hn::MaxLanes(D{}) == 1)
+    put(to, hn::GetLane(v));
+  else
+    hn::StoreU(v, d, to);
+}
+
 // One part of points from consecutive numbers and back.
 template <class D, class T = hn::TFromD<D>>
 HWY_INLINE hn::Vec<D> LoadPart(D d, const T* from) {
-  const auto v = hn::LoadU(d, from);
+  const auto v = LoadAnywhere(d, from);
   return sizeof(v) <= 16 ? v : Shuffled<FromNaturalOrder<T>>(v, v);
 }
 template <class D, class T = hn::TFromD<D>>
 HWY_INLINE void StorePart(D d, hn::Vec<D> v, T* to) {
-  hn::StoreU(sizeof(v) <= 16 ? v : Shuffled<ToNaturalOrder<T>>(v, v), d, to);
+  StoreAnywhere(d, sizeof(v) <= 16 ? v : Shuffled<ToNaturalOrder<T>>(v, v), to);
 }
 
 // ---- Transposition of a square of lanes: row[i] lane j becomes row[j] lane i

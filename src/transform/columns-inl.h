@@ -160,7 +160,7 @@ struct ExchangedRows {
 
 // The radices of 2^order points, 2^3 or more: as few as there can be, the smaller ones first. So the first of several
 // is at least kLargestRadix / 4, the last at least half the largest.
-constexpr int kLargestRadix = HWY_TARGET == HWY_AVX3 ? 4 : 3;  // as a power of two
+constexpr int kLargestRadix = HWY_TARGET == HWY_SSSE3 ? 3 : 4;  // as a power of two
 struct Radices {
   int count, lesser, lesserCount;
   explicit Radices(int order)

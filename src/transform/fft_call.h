@@ -7,11 +7,16 @@
 #include "orpcore.h"
 #include "transform/fft.h"
 
-// Any pointer null: StsNullPtr; then the specification's tag. (The specification counts as the first pointer, but one
-// status serves all of them.)
+// The checks of a real transform: any pointer null, then the specification's tag.
 #define ORPS_CHECK_FFT(spec, ...)                                  \
   ORPS_RETURN_IF(::orpsp::anyNull(spec, __VA_ARGS__), StsNullPtr); \
   ORPS_RETURN_IF(!::orpsp::isOfItsKind(spec), StsSpecMismatch)
+
+// Those of a complex one: the specification and its tag, then the other pointers.
+#define ORPS_CHECK_COMPLEX_FFT(spec, ...)                       \
+  ORPS_RETURN_IF(::orpsp::anyNull(spec), StsNullPtr);           \
+  ORPS_RETURN_IF(!::orpsp::isOfItsKind(spec), StsSpecMismatch); \
+  ORPS_RETURN_IF(::orpsp::anyNull(__VA_ARGS__), StsNullPtr)
 
 namespace orpsp {
 
@@ -31,7 +36,7 @@ class Workspace {
   }
 
   // False if there is none to be had. With no bytes needed there is none.
-  __attribute__((always_inline)) bool Provide(Orp8u* given, int32_t bytes) {
+  __attribute__((always_inline)) bool Provide(Orp8u* given, int64_t bytes) {
     if (bytes <= 0) return true;
     if (given) {
       memory_ = reinterpret_cast<Orp8u*>((reinterpret_cast<uintptr_t>(given) + 63) & ~uintptr_t{63});

@@ -387,7 +387,7 @@ HWY_INLINE OrpStatus Run(const Form& form, const FftSpec<T>& spec, Orp8u* pBuffe
 
 template <bool isInverse, class E, class Handle>
 OrpStatus pairs(const E* pSrc, E* pDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
-  ORPS_CHECK_FFT(pFFTSpec, pSrc, pDst);
+  ORPS_CHECK_COMPLEX_FFT(pFFTSpec, pSrc, pDst);
   const PairForm<Lane<E>, isInverse> form{lanes(pSrc), lanes(pDst)};
   return Run<isInverse>(form, *fftRecord(pFFTSpec), pBuffer);
 }
@@ -400,7 +400,7 @@ OrpStatus pairsInPlace(E* pSrcDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
 // The inverse transform is the forward one with real and imaginary parts exchanged.
 template <bool isInverse, class T, class Handle>
 OrpStatus planes(const T* pSrcRe, const T* pSrcIm, T* pDstRe, T* pDstIm, const Handle* pFFTSpec, Orp8u* pBuffer) {
-  ORPS_CHECK_FFT(pFFTSpec, pSrcRe, pSrcIm, pDstRe, pDstIm);
+  ORPS_CHECK_COMPLEX_FFT(pFFTSpec, pSrcRe, pSrcIm, pDstRe, pDstIm);
   const PlaneForm<T> form =
       isInverse ? PlaneForm<T>{pSrcIm, pSrcRe, pDstIm, pDstRe} : PlaneForm<T>{pSrcRe, pSrcIm, pDstRe, pDstIm};
   return Run<isInverse>(form, *fftRecord(pFFTSpec), pBuffer);

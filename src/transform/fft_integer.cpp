@@ -56,24 +56,13 @@ HWY_INLINE OrpStatus withRoom(int order, size_t count, int complexOrder, Orp8u* 
   }
   const size_t bytes = (count * sizeof(T) + 63) & ~size_t{63};
   Workspace room;
-  // A buffer that is given is large enough; its size may exceed an int.
-  const size_t needed = buffer != nullptr ? 1 : bytes + complexWorkBytes<T>(complexOrder);
-  ORPS_RETURN_IF(needed > INT32_MAX || !room.Provide(buffer, static_cast<int32_t>(needed)), StsNoMemory);
+  ORPS_RETURN_IF(!room.Provide(buffer, static_cast<int64_t>(bytes + complexWorkBytes<T>(complexOrder))), StsNoMemory);
   T* const numbers = reinterpret_cast<T*>(room.Memory());
   use(numbers, room.Memory() + bytes);
   return StsOk;
 }
 
 // ---- Complex
-
-// The specification is looked at before the arrays.
-template <class Handle, class... P>
-HWY_INLINE OrpStatus checked(const Handle* spec, const P*... arrays) {
-  ORPS_RETURN_IF(anyNull(spec), StsNullPtr);
-  ORPS_RETURN_IF(!isOfItsKind(spec), StsSpecMismatch);
-  ORPS_RETURN_IF(anyNull(arrays...), StsNullPtr);
-  return StsOk;
-}
 
 template <class T>
 HWY_INLINE void transformInPlace(const FftSpec<T>& spec, bool isInverse, int step, T* re, T* im, void* work) {
@@ -94,7 +83,7 @@ HWY_INLINE void transformInPlace(const FftSpec<T>& spec, bool isInverse, int ste
 template <bool isInverse, class E, class Handle>
 OrpStatus complexSfs(const E* pSrc, E* pDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
   using T = typename FftKind<Handle>::Real;
-  if (const OrpStatus status = checked(pFFTSpec, pSrc, pDst); status != StsOk) return status;
+  ORPS_CHECK_COMPLEX_FFT(pFFTSpec, pSrc, pDst);
   const FftSpec<T>& spec = *fftRecord(pFFTSpec);
   const size_t count = size_t{2} << spec.order;
   return withRoom<T>(spec.order, count, spec.order, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
@@ -112,7 +101,7 @@ template <bool isInverse, class E, class Handle>
 OrpStatus planarSfs(const E* pSrcRe, const E* pSrcIm, E* pDstRe, E* pDstIm, const Handle* pFFTSpec, int scaleFactor,
                     Orp8u* pBuffer) {
   using T = typename FftKind<Handle>::Real;
-  if (const OrpStatus status = checked(pFFTSpec, pSrcRe, pSrcIm, pDstRe, pDstIm); status != StsOk) return status;
+  ORPS_CHECK_COMPLEX_FFT(pFFTSpec, pSrcRe, pSrcIm, pDstRe, pDstIm);
   const FftSpec<T>& spec = *fftRecord(pFFTSpec);
   const size_t len = size_t{1} << spec.order;
   return withRoom<T>(spec.order, 2 * len, spec.order, pBuffer, [&](T* numbers, void* work) HWY_ATTR {

@@ -1,8 +1,11 @@
-// Real FFTs of N = 2^order points: the complex transform of N / 2 pairs, and the step between its spectrum Z and the
-// one of N reals, X. With M = N / 2, w = 2 pi / N and t(k) = -sin(k w) - i cos(k w)
+// Real FFTs of N = 2^order points: the complex transform of M = N / 2 pairs, and the step between its spectrum Z and
+// the spectrum X of N reals. Vectors of pairs go through that step from both ends at once: with w = 2 pi / N, t(k) =
+// -sin(k w) - i cos(k w), and S(k) = A[k] + conj A[M - k], D(k) = A[k] - conj A[M - k] of its source A,
 //
-//   forward   X[k] = (S + t D) / 2,  S = Z[k] + conj Z[M - k],  D = Z[k] - conj Z[M - k],  X[M - k] = conj (S - t D) /
-//   2 inverse   Z[k] = S + conj(t) D,  S and D made of X,  Z[M - k] = conj (S - conj(t) D)
+//   forward    X[k] = (S + t D) / 2,    X[M - k] = conj(S - t D) / 2
+//   inverse    Z[k] = S + conj(t) D,    Z[M - k] = conj(S - conj(t) D)
+//
+// The complex transform applies the factor of the specification.
 //
 // [Sorensen, Jones, Heideman, Burrus 1987: Real-valued fast Fourier transform algorithms, IEEE Trans. ASSP 35]
 #include "orpsp/transform/fft_real.h"

@@ -85,7 +85,7 @@ struct Pairs {
   HWY_INLINE Points<hn::Vec<D>> Load(D d, size_t at) const {
     Points<hn::Vec<D>> x;
     if constexpr (hn::MaxLanes(d) == 1) {
-      x = {hn::LoadU(d, p + 2 * at), hn::LoadU(d, p + 2 * at + 1)};
+      x = {LoadAnywhere(d, p + 2 * at), LoadAnywhere(d, p + 2 * at + 1)};
     } else {
       x = LoadPairs(d, p + 2 * at);
     }
@@ -96,8 +96,8 @@ struct Pairs {
   HWY_INLINE void Store(D d, Points<hn::Vec<D>> x, size_t at) const {
     if constexpr (isSwapped) x = {x.im, x.re};
     if constexpr (hn::MaxLanes(d) == 1) {
-      hn::StoreU(x.re, d, p + 2 * at);
-      hn::StoreU(x.im, d, p + 2 * at + 1);
+      StoreAnywhere(d, x.re, p + 2 * at);
+      StoreAnywhere(d, x.im, p + 2 * at + 1);
     } else {
       StorePairs(d, x, p + 2 * at);
     }

@@ -63,6 +63,7 @@ std::vector<std::string> tabledNames() {
 #define ORPS_EXPORT(name, ...) names.push_back(#name)
 #define ORPS_EXPORT_VARIANTS(name, ...) names.push_back(#name)
 #include "exports/channels.inc"
+#include "exports/fft_complex.inc"
 #include "exports/fft_integer.inc"
 #include "exports/fft_real.inc"
 #include "exports/fft_spec.inc"
