@@ -45,8 +45,8 @@ void onThreads(int most, TeamFunction work, const void* call);
 template <class Work>
 void onThreads(int most, const Work& work) {
   onThreads(
-      most,
-      [](const void* opaque, int thread, int threads) { (*static_cast<const Work*>(opaque))(thread, threads); }, &work);
+      most, [](const void* opaque, int thread, int threads) { (*static_cast<const Work*>(opaque))(thread, threads); },
+      &work);
 }
 
 }  // namespace orpsp

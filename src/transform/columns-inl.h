@@ -47,18 +47,20 @@ struct Grid {
   size_t rowStep, vectorStep;
 
   HWY_INLINE size_t At(size_t row, size_t v) const { return row * rowStep + v * vectorStep; }
+  HWY_INLINE T* Re(size_t row, size_t v) const { return re + At(row, v); }
+  HWY_INLINE T* Im(size_t row, size_t v) const { return im + At(row, v); }
   HWY_INLINE Points<Vector<T>> Load(size_t row, size_t v) const {
-    return {hn::LoadU(Lanes<T>{}, re + At(row, v)), hn::LoadU(Lanes<T>{}, im + At(row, v))};
+    return {hn::LoadU(Lanes<T>{}, Re(row, v)), hn::LoadU(Lanes<T>{}, Im(row, v))};
   }
   HWY_INLINE void Store(size_t row, size_t v, Points<Vector<T>> x) const {
-    hn::StoreU(x.re, Lanes<T>{}, re + At(row, v));
-    hn::StoreU(x.im, Lanes<T>{}, im + At(row, v));
+    hn::StoreU(x.re, Lanes<T>{}, Re(row, v));
+    hn::StoreU(x.im, Lanes<T>{}, Im(row, v));
   }
   HWY_INLINE Grid From(size_t row) const { return {re + row * rowStep, im + row * rowStep, rowStep, vectorStep}; }
   HWY_INLINE void Prefetch(size_t row) const {
     for (size_t v = 0; v < kRowVectors<T>; ++v) {
-      PrefetchLine(re + At(row, v));
-      PrefetchLine(im + At(row, v));
+      PrefetchLine(Re(row, v));
+      PrefetchLine(Im(row, v));
     }
   }
   // Of a grid that is one long row of consecutive points: rows `step` points apart, from a point on, which is a
@@ -69,10 +71,26 @@ struct Grid {
   }
 };
 
-// Rows in working memory.
+// Rows in working memory, one after the other.
 template <class T>
-HWY_INLINE Grid<T> workRows(T* work) {
-  return {work, work + kLanes<T>, 2 * kRow<T>, 2 * kLanes<T>};
+struct WorkRows {
+  T* p;
+
+  static constexpr size_t At(size_t row, size_t v) { return row * 2 * kRow<T> + v * 2 * kLanes<T>; }
+  HWY_INLINE T* Re(size_t row, size_t v) const { return p + At(row, v); }
+  HWY_INLINE T* Im(size_t row, size_t v) const { return p + At(row, v) + kLanes<T>; }
+  HWY_INLINE Points<Vector<T>> Load(size_t row, size_t v) const {
+    return {hn::LoadU(Lanes<T>{}, Re(row, v)), hn::LoadU(Lanes<T>{}, Im(row, v))};
+  }
+  HWY_INLINE void Store(size_t row, size_t v, Points<Vector<T>> x) const {
+    hn::StoreU(x.re, Lanes<T>{}, Re(row, v));
+    hn::StoreU(x.im, Lanes<T>{}, Im(row, v));
+  }
+  HWY_INLINE WorkRows From(size_t row) const { return {p + At(row, 0)}; }
+};
+template <class T>
+HWY_INLINE WorkRows<T> workRows(T* work) {
+  return {work};
 }
 
 // Rows of pairs; isSwapped: imaginary part first.
@@ -213,8 +231,8 @@ HWY_NOINLINE void TimePass(const From& from, const To& to, size_t m, size_t begi
   }
 }
 
-// The last pass, blocks begin to end of `blocks` in all: of `radix` rows of `work`, each one's rows into rows
-// reversed[block] + blocks k.
+// The last pass, blocks begin to end of `blocks` in all: of `radix` rows, which begin at `work`, each one's rows into
+// rows reversed[block] + blocks k.
 template <size_t radix, class T, class To>
 HWY_NOINLINE void LastPass(const T* work, const To& to, size_t begin, size_t end, size_t blocks,
                            const int32_t* HWY_RESTRICT reversed) {
@@ -222,9 +240,9 @@ HWY_NOINLINE void LastPass(const T* work, const To& to, size_t begin, size_t end
   for (size_t block = begin; block < end; ++block) {
     const auto rows = to.From(static_cast<size_t>(reversed[block]));
     for (size_t v = 0; v < kRowVectors<T>; ++v) {
-      Butterfly<radix, Points<Vector<T>>>([&](auto n) ORPSP_INLINED { return from.Load(block * radix + n, v); },
-                                          [&](auto k, Points<Vector<T>> x)
-                                              ORPSP_INLINED { rows.Store(k * blocks, v, x); });
+      Butterfly<radix, Points<Vector<T>>>(
+          [&](auto n) ORPSP_INLINED { return from.Load((block - begin) * radix + n, v); },
+          [&](auto k, Points<Vector<T>> x) ORPSP_INLINED { rows.Store(k * blocks, v, x); });
     }
   }
 }
@@ -244,11 +262,27 @@ constexpr int kLeastRadix = 2, kLeastLastRadix = kLargestRadix - 1;
 // Passes that are not inlined, so that there is one of each.
 template <size_t radix, class T, class From>
 HWY_NOINLINE void FirstPass(const From& from, T* work, size_t m, const T* twiddles) {
-  Pass<radix, true, !std::is_same_v<From, Grid<T>>, T>(from, workRows(work), m, twiddles);
+  Pass<radix, true, true, T>(from, workRows(work), m, twiddles);
 }
 template <size_t radix, class T>
-HWY_NOINLINE void WorkPass(T* block, size_t m, const T* twiddles) {
-  Pass<radix, true, false, T>(workRows(block), workRows(block), m, twiddles);
+HWY_NOINLINE void WorkPass(T* block, size_t m, size_t stride, const T* HWY_RESTRICT twiddles) {
+  constexpr Lanes<T> d;
+  for (size_t p = 0; p < m; ++p, twiddles += 2 * (radix - 1)) {
+    for (size_t v = 0; v < kRowVectors<T>; ++v) {
+      T* const at = block + p * 2 * kRow<T> + v * 2 * kLanes<T>;
+      Butterfly<radix, Points<Vector<T>>>(
+          [&](auto n) ORPSP_INLINED {
+            const T* const x = at + n * stride;
+            return Points<Vector<T>>{hn::LoadU(d, x), hn::LoadU(d, x + kLanes<T>)};
+          },
+          [&](auto k, Points<Vector<T>> x) ORPSP_INLINED {
+            if constexpr (k > 0) x = Times(x, hn::Set(d, twiddles[2 * k - 2]), hn::Set(d, twiddles[2 * k - 1]));
+            T* const to = at + k * stride;
+            hn::StoreU(x.re, d, to);
+            hn::StoreU(x.im, d, to + kLanes<T>);
+          });
+    }
+  }
 }
 template <size_t radix, class T>
 HWY_NOINLINE void LastWorkPass(T* work, size_t rows) {
@@ -258,18 +292,20 @@ HWY_NOINLINE void LastWorkPass(T* work, size_t rows) {
   }
 }
 
-// The passes from the second to the last but one, of rows begin to end: whole blocks of the first pass's results.
+// The passes from the second to the last but one, of one block of the first pass's results.
 template <class T>
-HWY_NOINLINE void MiddlePasses(int order, const T* twiddles, T* work, size_t begin, size_t end) {
+HWY_NOINLINE void MiddlePasses(int order, const T* twiddles, T* block) {
   const Radices radices(order);
-  int blockOrder = order - radices.Of(0);
+  const int firstOrder = order - radices.Of(0);
+  int blockOrder = firstOrder;
   twiddles += (size_t{2} << order) - (size_t{2} << blockOrder);
   for (int pass = 1; pass + 1 < radices.count; ++pass) {
     const size_t rows = size_t{1} << blockOrder;
     blockOrder -= radices.Of(pass);
     withRadix<kLeastRadix>(radices.Of(pass), [&](auto radix) ORPSP_INLINED {
-      for (size_t row = begin; row < end; row += rows)
-        WorkPass<radix>(work + row * 2 * kRow<T>, size_t{1} << blockOrder, twiddles);
+      const size_t m = size_t{1} << blockOrder;
+      for (size_t row = 0; row < size_t{1} << firstOrder; row += rows)
+        WorkPass<radix>(block + row * 2 * kRow<T>, m, m * 2 * kRow<T>, twiddles);
     });
     twiddles += 2 * rows - (size_t{2} << blockOrder);
   }
@@ -290,10 +326,12 @@ HWY_INLINE void AllButLastPass(int order, const T* twiddles, const From& from, T
   withRadix<kLeastRadix>(radices.Of(0), [&](auto radix) ORPSP_INLINED {
     FirstPass<radix, T>(from, work, (size_t{1} << order) / radix, twiddles);
   });
-  MiddlePasses(order, twiddles, work, 0, size_t{1} << order);
+  const size_t block = size_t{1} << (order - radices.Of(0));
+  for (size_t row = 0; radices.count > 2 && row < size_t{1} << order; row += block)
+    MiddlePasses(order, twiddles, work + row * 2 * kRow<T>);
 }
 
-// The last pass of rows begin to end, from `work` into the rows of `to`, in order.
+// The last pass of rows begin to end, which stand at `work`, into the rows of `to`, in order.
 template <class T, class To>
 HWY_INLINE void LastPassTo(int order, const int32_t* reversed, const T* work, const To& to, size_t begin, size_t end) {
   withRadix<kLeastLastRadix>(Radices(order).Last(), [&](auto radix) ORPSP_INLINED {

@@ -64,14 +64,26 @@ void FillBetween(int order, const QuarterSine<T>& sine, const BetweenTwiddles<T>
     for (size_t k = 1; k < kRow<T>; ++k) to = append(to, root(sine, k * column, order));
 }
 
+// The places of rows: in order, or one row on after each block of 2^blockOrder.
+struct InOrder {
+  HWY_INLINE size_t operator()(size_t column) const { return column; }
+};
+struct Skewed {
+  int blockOrder;
+  HWY_INLINE size_t operator()(size_t column) const { return column + (column >> blockOrder); }
+};
+
 // FFTs of columns of kRow points, a vector of columns at a time from group begin to end. Their results become rows, row
 // place(column) of `rows`.
-template <bool isProduct, class T, class From, class Place>
-HWY_NOINLINE void IntoRows(const From& from, size_t begin, size_t end, const T* HWY_RESTRICT twiddles,
-                           const T* HWY_RESTRICT coarse, const Grid<T>& rows, const Place& place) {
+template <bool isProduct, class T, class From, class Rows, class Place>
+HWY_NOINLINE void IntoRows(const From& from, size_t begin, size_t end, const BetweenTwiddles<T>& between,
+                           const Rows& rows, const Place& place) {
   constexpr Lanes<T> d;
   constexpr size_t kCount = kRow<T>, kUsed = kLanes<T>;
-  if constexpr (isProduct) coarse += begin * 2 * (kCount - 1);
+  const T* HWY_RESTRICT twiddles = between.table;
+  const T* HWY_RESTRICT coarse = between.coarse + begin * 2 * (kCount - 1);
+  T* const HWY_RESTRICT re = rows.Re(0, 0);
+  T* const HWY_RESTRICT im = rows.Im(0, 0);
   for (size_t group = begin; group < end; ++group) {
     Points<Vector<T>> x[kCount];
     Butterfly<kCount, Points<Vector<T>>>([&](auto n) ORPSP_INLINED { return from.Load(n, group); },
@@ -92,46 +104,49 @@ HWY_NOINLINE void IntoRows(const From& from, size_t begin, size_t end, const T* 
       twiddles += 2 * kUsed * (kCount - 1);
     }
     ForEach<kRowVectors<T>>([&](auto v) ORPSP_INLINED {
-      Vector<T> re[kUsed], im[kUsed];
-      ForEach<kUsed>([&](auto i) ORPSP_INLINED { re[i] = x[v * kUsed + pointOfLane<T>(i, kUsed)].re; });
-      Transpose(re);
+      Vector<T> square[kUsed];
+      ForEach<kUsed>([&](auto i) ORPSP_INLINED { square[i] = x[v * kUsed + pointOfLane<T>(i, kUsed)].re; });
+      Transpose(square);
       ForEach<kUsed>([&](auto i) ORPSP_INLINED {
-        hn::StoreU(re[i], d, rows.re + rows.At(place(group * kUsed + pointOfLane<T>(i, kUsed)), v));
+        hn::StoreU(square[i], d, re + rows.At(place(group * kUsed + pointOfLane<T>(i, kUsed)), v));
       });
-      ForEach<kUsed>([&](auto i) ORPSP_INLINED { im[i] = x[v * kUsed + pointOfLane<T>(i, kUsed)].im; });
-      Transpose(im);
+      ForEach<kUsed>([&](auto i) ORPSP_INLINED { square[i] = x[v * kUsed + pointOfLane<T>(i, kUsed)].im; });
+      Transpose(square);
       ForEach<kUsed>([&](auto i) ORPSP_INLINED {
-        hn::StoreU(im[i], d, rows.im + rows.At(place(group * kUsed + pointOfLane<T>(i, kUsed)), v));
+        hn::StoreU(square[i], d, im + rows.At(place(group * kUsed + pointOfLane<T>(i, kUsed)), v));
       });
     });
   }
 }
 
+// From kFirstProductOrder on blocks of the first pass begin one row further apart than they are long, so that the rows
+// of its butterflies are not in the same set of the caches. (Up to order 12 there would be no memory for that.)
 template <class T, class Form, class To>
 HWY_INLINE void Direct(const ComplexCall<T>& call, const Form& form, const To& to) {
   T* const work = static_cast<T*>(call.work);
   const int order = columnsOrder<T>(call.order);
   const size_t columns = size_t{1} << order;
   const BetweenTwiddles<T> between(call.order, const_cast<T*>(call.twiddles));
-  const auto inOrder = [](size_t column) ORPSP_INLINED { return column; };
+  const Radices radices(order);
+  const int blockOrder = radices.count > 1 ? order - radices.Of(0) : order;
+  const size_t block = size_t{1} << blockOrder, distance = block + (call.order < kFirstProductOrder ? 0 : 1);
+
   if (call.order < kFirstProductOrder) {
-    IntoRows<false, T>(form.From(0, columns), 0, columns / kLanes<T>, between.table, nullptr, workRows(work), inOrder);
+    IntoRows<false, T>(form.From(0, columns), 0, columns / kLanes<T>, between, workRows(work), InOrder{});
   } else {
-    IntoRows<true, T>(form.From(0, columns), 0, columns / kLanes<T>, between.table, between.coarse, workRows(work),
-                      inOrder);
+    IntoRows<true, T>(form.From(0, columns), 0, columns / kLanes<T>, between, workRows(work), Skewed{blockOrder});
   }
 
-  const Radices radices(order);
+  const size_t stride = distance * 2 * kRow<T>;
   if (radices.count > 1) {
-    withRadix<kLeastRadix>(radices.Of(0), [&](auto radix) ORPSP_INLINED {
-      FirstPass<radix, T>(workRows(work), work, columns / radix, between.columns);
-    });
+    withRadix<kLeastRadix>(radices.Of(0),
+                           [&](auto radix) ORPSP_INLINED { WorkPass<radix>(work, block, stride, between.columns); });
   }
-  // The rest block by block, as long as a block is in the nearer caches.
-  const size_t block = radices.count > 2 ? columns >> radices.Of(0) : columns;
+  // The rest block by block, while a block is in the nearer caches.
   for (size_t row = 0; row < columns; row += block) {
-    if (radices.count > 2) MiddlePasses(order, between.columns, work, row, row + block);
-    LastPassTo(order, call.reversed, work, to(0, kRow<T>), row, row + block);
+    T* const rows = work + (row >> blockOrder) * stride;
+    if (radices.count > 2) MiddlePasses(order, between.columns, rows);
+    LastPassTo(order, call.reversed, rows, to(0, kRow<T>), row, row + block);
   }
 }
 
@@ -161,6 +176,16 @@ struct ScatterTables {
   }
 };
 
+// Parts by the last digit of the column, and within a part by the table.
+struct Scattered {
+  const int32_t* place;
+  int partOrder, lastOrder;
+  HWY_INLINE size_t operator()(size_t column) const {
+    const size_t part = column & ((size_t{1} << lastOrder) - 1);
+    return (part << partOrder) + static_cast<size_t>(place[column >> lastOrder]);
+  }
+};
+
 template <class T, class Form, class To>
 HWY_INLINE void Scatter(const ComplexCall<T>& call, const Form& form, T* tablesMemory, const To& to) {
   const ScatterTables<T> tables(call.order, tablesMemory);
@@ -174,11 +199,8 @@ HWY_INLINE void Scatter(const ComplexCall<T>& call, const Form& form, T* tablesM
 
   onThreads(threads, [&](int thread, int team) HWY_ATTR {
     const size_t groups = rows / kLanes<T>;
-    IntoRows<true, T>(form.From(0, rows), share(groups, thread, team), share(groups, thread + 1, team),
-                      tables.between.table, tables.between.coarse, between, [&](size_t column) ORPSP_INLINED {
-                        return ((column & (parts - 1)) << partOrder) +
-                               static_cast<size_t>(tables.place[column >> lastOrder]);
-                      });
+    IntoRows<true, T>(form.From(0, rows), share(groups, thread, team), share(groups, thread + 1, team), tables.between,
+                      between, Scattered{tables.place, partOrder, lastOrder});
   });
   onThreads(threads, [&](int thread, int team) HWY_ATTR {
     const Radices radices(rowsOrder);
