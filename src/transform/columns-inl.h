@@ -264,10 +264,12 @@ template <size_t radix, class T, class From>
 HWY_NOINLINE void FirstPass(const From& from, T* work, size_t m, const T* twiddles) {
   Pass<radix, true, true, T>(from, workRows(work), m, twiddles);
 }
+// In place, in rows p + n stride / row for p from begin to end.
 template <size_t radix, class T>
-HWY_NOINLINE void WorkPass(T* block, size_t m, size_t stride, const T* HWY_RESTRICT twiddles) {
+HWY_NOINLINE void WorkPass(T* block, size_t stride, size_t begin, size_t end, const T* HWY_RESTRICT twiddles) {
   constexpr Lanes<T> d;
-  for (size_t p = 0; p < m; ++p, twiddles += 2 * (radix - 1)) {
+  twiddles += begin * 2 * (radix - 1);
+  for (size_t p = begin; p < end; ++p, twiddles += 2 * (radix - 1)) {
     for (size_t v = 0; v < kRowVectors<T>; ++v) {
       T* const at = block + p * 2 * kRow<T> + v * 2 * kLanes<T>;
       Butterfly<radix, Points<Vector<T>>>(
@@ -305,7 +307,7 @@ HWY_NOINLINE void MiddlePasses(int order, const T* twiddles, T* block) {
     withRadix<kLeastRadix>(radices.Of(pass), [&](auto radix) ORPSP_INLINED {
       const size_t m = size_t{1} << blockOrder;
       for (size_t row = 0; row < size_t{1} << firstOrder; row += rows)
-        WorkPass<radix>(block + row * 2 * kRow<T>, m, m * 2 * kRow<T>, twiddles);
+        WorkPass<radix>(block + row * 2 * kRow<T>, m * 2 * kRow<T>, 0, m, twiddles);
     });
     twiddles += 2 * rows - (size_t{2} << blockOrder);
   }

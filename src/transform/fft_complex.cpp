@@ -121,6 +121,21 @@ HWY_NOINLINE void IntoRows(const From& from, size_t begin, size_t end, const Bet
 
 // From kFirstProductOrder on blocks of the first pass begin one row further apart than they are long, so that the rows
 // of its butterflies are not in the same set of the caches. (Up to order 12 there would be no memory for that.)
+constexpr int kFirstSharedOrder = 16;  // between threads, which cost some microseconds for each pass
+
+// Calls work(thread, threads) on each of `threads`; alone, without a call.
+template <class Work>
+HWY_INLINE void Share(int threads, const Work& work) {
+  if (HWY_LIKELY(threads < 2)) {
+    work(0, 1);
+  } else {
+    onThreads(threads, [&](int thread, int team) HWY_ATTR { work(thread, team); });
+  }
+}
+HWY_INLINE size_t shareOf(size_t count, int thread, int team) {
+  return count * static_cast<size_t>(thread) / static_cast<size_t>(team);
+}
+
 template <class T, class Form, class To>
 HWY_INLINE void Direct(const ComplexCall<T>& call, const Form& form, const To& to) {
   T* const work = static_cast<T*>(call.work);
@@ -131,23 +146,34 @@ HWY_INLINE void Direct(const ComplexCall<T>& call, const Form& form, const To& t
   const int blockOrder = radices.count > 1 ? order - radices.Of(0) : order;
   const size_t block = size_t{1} << blockOrder, distance = block + (call.order < kFirstProductOrder ? 0 : 1);
 
-  if (call.order < kFirstProductOrder) {
-    IntoRows<false, T>(form.From(0, columns), 0, columns / kLanes<T>, between, workRows(work), InOrder{});
-  } else {
-    IntoRows<true, T>(form.From(0, columns), 0, columns / kLanes<T>, between, workRows(work), Skewed{blockOrder});
-  }
-
   const size_t stride = distance * 2 * kRow<T>;
+  const int threads = call.order < kFirstSharedOrder ? 1 : grantedThreads();
+
+  Share(threads, [&](int thread, int team) ORPSP_INLINED {
+    const size_t groups = columns / kLanes<T>, begin = shareOf(groups, thread, team);
+    const size_t end = shareOf(groups, thread + 1, team);
+    if (call.order < kFirstProductOrder) {
+      IntoRows<false, T>(form.From(0, columns), begin, end, between, workRows(work), InOrder{});
+    } else {
+      IntoRows<true, T>(form.From(0, columns), begin, end, between, workRows(work), Skewed{blockOrder});
+    }
+  });
   if (radices.count > 1) {
-    withRadix<kLeastRadix>(radices.Of(0),
-                           [&](auto radix) ORPSP_INLINED { WorkPass<radix>(work, block, stride, between.columns); });
+    withRadix<kLeastRadix>(radices.Of(0), [&](auto radix) ORPSP_INLINED {
+      Share(threads, [&](int thread, int team) ORPSP_INLINED {
+        WorkPass<radix>(work, stride, shareOf(block, thread, team), shareOf(block, thread + 1, team), between.columns);
+      });
+    });
   }
   // The rest block by block, while a block is in the nearer caches.
-  for (size_t row = 0; row < columns; row += block) {
-    T* const rows = work + (row >> blockOrder) * stride;
-    if (radices.count > 2) MiddlePasses(order, between.columns, rows);
-    LastPassTo(order, call.reversed, rows, to(0, kRow<T>), row, row + block);
-  }
+  Share(threads, [&](int thread, int team) ORPSP_INLINED {
+    const size_t blocks = columns >> blockOrder;
+    for (size_t at = shareOf(blocks, thread, team); at < shareOf(blocks, thread + 1, team); ++at) {
+      T* const rows = work + at * stride;
+      if (radices.count > 2) MiddlePasses(order, between.columns, rows);
+      LastPassTo(order, call.reversed, rows, to(0, kRow<T>), at * block, (at + 1) * block);
+    }
+  });
 }
 
 // ---- From one array to another: as Direct, but the rows go to the destination, in the order from which passes that
@@ -192,19 +218,16 @@ HWY_INLINE void Scatter(const ComplexCall<T>& call, const Form& form, T* tablesM
   const int rowsOrder = tables.rowsOrder, lastOrder = tables.lastOrder, partOrder = rowsOrder - lastOrder;
   const size_t rows = size_t{1} << rowsOrder, parts = size_t{1} << lastOrder, part = size_t{1} << partOrder;
   const int threads = grantedThreads();
-  const auto share = [](size_t count, int thread, int team) {
-    return count * static_cast<size_t>(thread) / static_cast<size_t>(team);
-  };
   const Grid<T> between = form.Between().Columns(0, kRow<T>);
 
   onThreads(threads, [&](int thread, int team) HWY_ATTR {
     const size_t groups = rows / kLanes<T>;
-    IntoRows<true, T>(form.From(0, rows), share(groups, thread, team), share(groups, thread + 1, team), tables.between,
-                      between, Scattered{tables.place, partOrder, lastOrder});
+    IntoRows<true, T>(form.From(0, rows), shareOf(groups, thread, team), shareOf(groups, thread + 1, team),
+                      tables.between, between, Scattered{tables.place, partOrder, lastOrder});
   });
   onThreads(threads, [&](int thread, int team) HWY_ATTR {
     const Radices radices(rowsOrder);
-    for (size_t at = share(parts, thread, team); at < share(parts, thread + 1, team); ++at) {
+    for (size_t at = shareOf(parts, thread, team); at < shareOf(parts, thread + 1, team); ++at) {
       const T* twiddles = tables.passes;
       int done = 0;
       for (int pass = 0; pass + 1 < radices.count; ++pass) {
@@ -222,7 +245,7 @@ HWY_INLINE void Scatter(const ComplexCall<T>& call, const Form& form, T* tablesM
   const T* const twiddles = tables.passes + 2 * (part - 1);
   onThreads(threads, [&](int thread, int team) HWY_ATTR {
     withRadix<kLeastLastRadix>(lastOrder, [&](auto radix) ORPSP_INLINED {
-      TimePass<radix, T>(between, to(0, kRow<T>), part, share(part, thread, team), share(part, thread + 1, team),
+      TimePass<radix, T>(between, to(0, kRow<T>), part, shareOf(part, thread, team), shareOf(part, thread + 1, team),
                          twiddles);
     });
   });

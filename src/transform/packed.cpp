@@ -8,6 +8,7 @@
 #define HWY_TARGET_INCLUDE "transform/packed.cpp"
 #include <hwy/foreach_target.h>
 
+#include "simd/complex_product-inl.h"
 #include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -47,32 +48,6 @@ HWY_INLINE auto asPairs(T* p) {
 
 // ---- Products
 
-// a * b, or a times the conjugate of b.
-template <bool conjugate>
-struct PairProduct {
-  template <class D>
-  HWY_INLINE hn::Vec<D> operator()(D d, auto a, auto b) const {
-    if constexpr (std::is_floating_point_v<hn::TFromD<D>>) {
-      const auto sign = hn::SignBit(d), zero = hn::Zero(d);
-      const auto ofDifferences = conjugate ? hn::OddEven(sign, zero) : hn::OddEven(zero, sign);
-      const auto direct = hn::Mul(a, hn::DupEven(b));
-      const auto crossed = hn::Mul(hn::Reverse2(d, a), hn::DupOdd(b));
-      return hn::Add(direct, hn::Xor(crossed, ofDifferences));
-    } else {
-      return Narrow(d, WideComplexProductForScaling(a, b));
-    }
-  }
-
-  template <class T>
-  static constexpr int kMostScale = 16 * sizeof(T) - 1;
-  struct Rounded {
-    int scale;
-    HWY_INLINE auto operator()(auto d, auto a, auto b) const {
-      return Narrow(d, WideComplexProductForScaling(a, b).Rounded(scale));
-    }
-  };
-};
-
 // The product of two real bins.
 template <class T>
 HWY_INLINE T realProduct(T a, T b, int scale) {
@@ -108,7 +83,7 @@ OrpStatus multiply(const T* pSrc1, const T* pSrc2, T* pDst, int len, int scale =
   realBin(0);
   if (n % 2 == 0) realBin(Layout::middle(n));
   if (count == 0) return StsOk;
-  multiplyPairs<PairProduct<conjugate>>(asPairs(pSrc1 + at), asPairs(pSrc2 + at), asPairs(pDst + at), count, scale);
+  multiplyPairs<ComplexProduct<conjugate>>(asPairs(pSrc1 + at), asPairs(pSrc2 + at), asPairs(pDst + at), count, scale);
   return StsOk;
 }
 

@@ -8,6 +8,7 @@
 #define HWY_TARGET_INCLUDE "vector/product.cpp"
 #include <hwy/foreach_target.h>
 
+#include "simd/complex_product-inl.h"
 #include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -43,28 +44,7 @@ struct Mul {
   };
 };
 
-struct ComplexMul {
-  template <class D>
-  HWY_INLINE hn::Vec<D> operator()(D d, auto a, auto b) const {
-    if constexpr (kFloatLanes<D>) {
-      const auto signOfReal = hn::OddEven(hn::Zero(d), hn::SignBit(d));
-      const auto direct = hn::Mul(hn::DupEven(a), b);                   // ac, ad
-      const auto crossed = hn::Mul(hn::DupOdd(a), hn::Reverse2(d, b));  // bd, bc
-      return hn::Add(direct, hn::Xor(crossed, signOfReal));
-    } else {
-      return Narrow(d, WideComplexProductForScaling(a, b));
-    }
-  }
-
-  template <class T>
-  static constexpr int kMostScale = 16 * sizeof(T) - 1;
-  struct Rounded {
-    int scale;
-    HWY_INLINE auto operator()(auto d, auto a, auto b) const {
-      return Narrow(d, WideComplexProductForScaling(a, b).Rounded(scale));
-    }
-  };
-};
+using ComplexMul = ComplexProduct<false>;
 
 // Products of narrow elements that fit the lanes of the destination.
 struct LiftedMul {
