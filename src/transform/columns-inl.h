@@ -26,9 +26,9 @@ template <class T>
 using Vector = hn::Vec<Lanes<T>>;
 template <class T>
 constexpr size_t kLanes = HWY_MAX_BYTES / sizeof(T);
-// Columns of a row: whole vectors, and whole lines of the cache as pairs.
+// Columns of a row: whole vectors, and one or two lines of the cache.
 template <class T>
-constexpr size_t kRow = HWY_MAX(kLanes<T>, 32 / sizeof(T));
+constexpr size_t kRow = HWY_MAX(kLanes<T>, 8);
 template <class T>
 constexpr size_t kRowVectors = kRow<T> / kLanes<T>;
 

@@ -183,7 +183,7 @@ HWY_INLINE void Direct(const ComplexCall<T>& call, const Form& form, const To& t
 // Where the tables have room for it, and where sweeps over columns are slower.
 template <class T>
 constexpr bool usesScatter(int order) {
-  return kLanes<T> >= 8 && order >= kFirstLargeOrder<T> && order <= 20;
+  return kLanes<T> >= 4 && order >= kFirstLargeOrder<T> && order <= 20;
 }
 
 template <class T>
@@ -347,7 +347,7 @@ HWY_INLINE void Transform(const ComplexCall<T>& call, const Form& form) {
   } else {
     const LargeShape shape(call.order);
     const LargeTables<T> tables(shape, const_cast<T*>(call.twiddles));
-    if constexpr (kLanes<T> >= 8) {
+    if constexpr (kLanes<T> >= 4) {
       if (usesScatter<T>(call.order) && !form.IsInPlace()) return Scatter(call, form, tables.End(), to);
     }
     const LargeTeam team(2 * kRow<T> * sizeof(T) << shape.LongestColumns(), call.work, complexWorkBytes<T>(call.order));
