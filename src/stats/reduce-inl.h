@@ -18,13 +18,12 @@
 
 #include "simd/complex-inl.h"
 #include "simd/map-inl.h"
+#include "simd/unrolled-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
-
-#define ORPSP_INLINED HWY_ATTR __attribute__((always_inline))
 
 // Lanes that floating-point sums have, where nothing else is promised.
 template <class T>
@@ -32,16 +31,6 @@ inline constexpr size_t kUsualLanes = 256 / sizeof(T);
 
 // Elements that are summed in single precision before the sum goes on in double precision.
 inline constexpr size_t kSingleBlock = 32768;
-
-// f(0), ..., f(n - 1) with constants: vectors that they index stay in registers.
-template <class F, size_t... k>
-HWY_INLINE void Unroll(const F& f, std::index_sequence<k...>) {
-  (f(std::integral_constant<size_t, k>{}), ...);
-}
-template <size_t n, class F>
-HWY_INLINE void Unrolled(const F& f) {
-  Unroll(f, std::make_index_sequence<n>{});
-}
 
 template <class T, size_t kLanes>
 struct Sums {

@@ -19,10 +19,8 @@
 #include <utility>
 
 #include "simd/element.h"
+#include "simd/unrolled-inl.h"
 #include "transform/sine.h"
-
-#undef ORPSP_INLINED
-#define ORPSP_INLINED HWY_ATTR __attribute__((always_inline))
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -35,16 +33,6 @@ template <class V>
 struct Points {
   V re, im;
 };
-
-// Calls f with constants 0 to count - 1.
-template <class F, size_t... i>
-HWY_INLINE void forEachIndex(F&& f, std::index_sequence<i...>) {
-  (f(std::integral_constant<size_t, i>{}), ...);
-}
-template <size_t count, class F>
-HWY_INLINE void ForEach(F&& f) {
-  forEachIndex(f, std::make_index_sequence<count>{});
-}
 
 // ---- Shuffles known to the compiler
 
@@ -184,7 +172,7 @@ HWY_INLINE void Transpose(V (&row)[count]) {
   using T = hn::TFromV<V>;
   static_assert(count * sizeof(T) == sizeof(V) && sizeof(V) >= 16);
   constexpr size_t kStep = kBlock<T>;
-  ForEach<count / kStep>([&](auto m) ORPSP_INLINED {
+  Unrolled<count / kStep>([&](auto m) ORPSP_INLINED {
     V* const r = row + m * kStep;
     if constexpr (kStep == 2) {
       const V a = r[0], b = r[1];
@@ -201,7 +189,7 @@ HWY_INLINE void Transpose(V (&row)[count]) {
       r[3] = Shuffled<Interleave<kStep, 2, true>>(u1, u3);
     }
   });
-  ForEach<kStep>([&](auto c) ORPSP_INLINED {
+  Unrolled<kStep>([&](auto c) ORPSP_INLINED {
     if constexpr (count / kStep == 2) TransposeBlocks(row[c], row[c + kStep]);
     if constexpr (count / kStep == 4) TransposeBlocks(row[c], row[c + kStep], row[c + 2 * kStep], row[c + 3 * kStep]);
   });
@@ -332,7 +320,7 @@ HWY_INLINE void Dft(const Load& load, P (&x)[radix]) {
     P even[kHalf], odd[kHalf];
     Dft<kHalf, first, 2 * step>(load, even);
     Dft<kHalf, first + step, 2 * step>(load, odd);
-    ForEach<kHalf>([&](auto k) ORPSP_INLINED { Combine<k, radix>(even[k], odd[k], x[k], x[k + kHalf]); });
+    Unrolled<kHalf>([&](auto k) ORPSP_INLINED { Combine<k, radix>(even[k], odd[k], x[k], x[k + kHalf]); });
   }
 }
 
@@ -343,7 +331,7 @@ HWY_INLINE void Butterfly(const Load& load, const Store& store) {
   P even[kHalf], odd[kHalf];
   Dft<kHalf, 0, 2>(load, even);
   Dft<kHalf, 1, 2>(load, odd);
-  ForEach<kHalf>([&](auto k) ORPSP_INLINED {
+  Unrolled<kHalf>([&](auto k) ORPSP_INLINED {
     P sum, difference;
     Combine<k, radix>(even[k], odd[k], sum, difference);
     store(k, sum);

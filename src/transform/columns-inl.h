@@ -194,7 +194,7 @@ constexpr size_t kAhead = 2;  // butterflies, of prefetches
 template <size_t radix, bool hasTwiddles, bool isFar, class T, class From, class To>
 HWY_INLINE void Pass(const From& from, const To& to, size_t m, const T* HWY_RESTRICT twiddles) {
   for (size_t p = 0; p < m; ++p, twiddles += 2 * (radix - 1)) {
-    if constexpr (isFar) ForEach<radix>([&](auto n) ORPSP_INLINED { from.Prefetch(p + kAhead + m * n); });
+    if constexpr (isFar) Unrolled<radix>([&](auto n) ORPSP_INLINED { from.Prefetch(p + kAhead + m * n); });
     for (size_t v = 0; v < kRowVectors<T>; ++v) {
       Butterfly<radix, Points<Vector<T>>>([&](auto n) ORPSP_INLINED { return from.Load(p + m * n, v); },
                                           [&](auto k, Points<Vector<T>> x) ORPSP_INLINED {

@@ -23,7 +23,7 @@ struct FftSpec {
   int32_t workBytes;  // of one call, without what aligning it takes
   int32_t isAllocated;
   T* twiddles;        // of the complex transform, of half the length if this one is real; null where there are none
-  int32_t* reversed;  // the order in which the last pass takes its groups; null where there is none
+  int32_t* reversed;  // the row of the result that each block of the last pass begins with; null where there is none
   T* split;           // of real types: fft_split-inl.h; null where there is none
 };
 

@@ -103,16 +103,16 @@ HWY_NOINLINE void IntoRows(const From& from, size_t begin, size_t end, const Bet
     } else {
       twiddles += 2 * kUsed * (kCount - 1);
     }
-    ForEach<kRowVectors<T>>([&](auto v) ORPSP_INLINED {
+    Unrolled<kRowVectors<T>>([&](auto v) ORPSP_INLINED {
       Vector<T> square[kUsed];
-      ForEach<kUsed>([&](auto i) ORPSP_INLINED { square[i] = x[v * kUsed + pointOfLane<T>(i, kUsed)].re; });
+      Unrolled<kUsed>([&](auto i) ORPSP_INLINED { square[i] = x[v * kUsed + pointOfLane<T>(i, kUsed)].re; });
       Transpose(square);
-      ForEach<kUsed>([&](auto i) ORPSP_INLINED {
+      Unrolled<kUsed>([&](auto i) ORPSP_INLINED {
         hn::StoreU(square[i], d, re + rows.At(place(group * kUsed + pointOfLane<T>(i, kUsed)), v));
       });
-      ForEach<kUsed>([&](auto i) ORPSP_INLINED { square[i] = x[v * kUsed + pointOfLane<T>(i, kUsed)].im; });
+      Unrolled<kUsed>([&](auto i) ORPSP_INLINED { square[i] = x[v * kUsed + pointOfLane<T>(i, kUsed)].im; });
       Transpose(square);
-      ForEach<kUsed>([&](auto i) ORPSP_INLINED {
+      Unrolled<kUsed>([&](auto i) ORPSP_INLINED {
         hn::StoreU(square[i], d, im + rows.At(place(group * kUsed + pointOfLane<T>(i, kUsed)), v));
       });
     });

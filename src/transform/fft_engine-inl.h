@@ -35,8 +35,8 @@ struct ComplexCall {
 template <class T>
 void TransformComplex(const ComplexCall<T>& call);
 
-// Fills the tables of 2^order points (order >= 6): 2^order complex twiddles and 2^order / 4 + 1 indices at most for
-// orders up to 12 (float) or 11 (double), beyond them as complexTableBytes says (transform/fft_sizes.h).
+// Fills the tables of 2^order points, order >= 6, in the bytes that complexTwiddleBytes and complexIndexBytes say
+// (transform/fft_sizes.h).
 template <class T>
 void FillComplexTables(int order, const QuarterSine<T>& sine, T* twiddles, int32_t* reversed);
 

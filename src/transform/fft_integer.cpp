@@ -32,16 +32,14 @@ HWY_INLINE void convert(const Orp32s* src, double* dst, size_t len) {
   orpsConvert_32s64f(src, dst, static_cast<int>(len));
 }
 
-constexpr int kToNearest = 1;
-
 HWY_INLINE void convert(const float* src, Orp16s* dst, size_t len, int scaleFactor) {
-  orpsConvert_32f16s_Sfs(src, dst, static_cast<int>(len), kToNearest, scaleFactor);
+  orpsConvert_32f16s_Sfs(src, dst, static_cast<int>(len), OrpRoundNear, scaleFactor);
 }
 HWY_INLINE void convert(const float* src, Orp32s* dst, size_t len, int scaleFactor) {
-  orpsConvert_32f32s_Sfs(src, dst, static_cast<int>(len), kToNearest, scaleFactor);
+  orpsConvert_32f32s_Sfs(src, dst, static_cast<int>(len), OrpRoundNear, scaleFactor);
 }
 HWY_INLINE void convert(const double* src, Orp32s* dst, size_t len, int scaleFactor) {
-  orpsConvert_64f32s_Sfs(src, dst, static_cast<int>(len), kToNearest, scaleFactor);
+  orpsConvert_64f32s_Sfs(src, dst, static_cast<int>(len), OrpRoundNear, scaleFactor);
 }
 
 // Calls use(numbers, work) with room for `count` numbers of T and the working memory of a complex transform. Of few

@@ -335,13 +335,13 @@ HWY_INLINE void FewToBins(const V (&x)[n], const Put& put, const PutEnds& putEnd
     using T = hn::TFromV<V>;
     constexpr size_t kQuarter = n / 4;
     V sum[n / 2], difference[n / 2];
-    ForEach<n / 2>([&](auto j) ORPSP_INLINED {
+    Unrolled<n / 2>([&](auto j) ORPSP_INLINED {
       sum[j] = hn::Add(x[j], x[j + n / 2]);
       difference[j] = hn::Sub(x[j], x[j + n / 2]);
     });
     FewToBins<2 * stride>(sum, put, putEnds);
     Bin<V> odd[kQuarter];
-    ForEach<kQuarter>([&](auto j) ORPSP_INLINED {
+    Unrolled<kQuarter>([&](auto j) ORPSP_INLINED {
       const V re = difference[j], minusIm = difference[j + kQuarter];
       if constexpr (j == 0) {
         odd[j] = {re, hn::Neg(minusIm)};
@@ -352,7 +352,7 @@ HWY_INLINE void FewToBins(const V (&x)[n], const Put& put, const PutEnds& putEnd
       }
     });
     FewComplex(odd);
-    ForEach<kQuarter>([&](auto m) ORPSP_INLINED {
+    Unrolled<kQuarter>([&](auto m) ORPSP_INLINED {
       constexpr size_t k = 4 * m + 1;
       if constexpr (2 * k < n) {
         put(k * stride, odd[m].re, odd[m].im);
@@ -376,13 +376,13 @@ HWY_INLINE void FewFromBins(const Get& get, const GetEnds& getEnds, V (&x)[n]) {
     V even[n / 2], odd[n / 2];
     FewFromBins<2 * stride>(get, getEnds, even);
     Bin<V> bins[kQuarter];  // parts exchanged, which makes a forward transform an inverse one
-    ForEach<kQuarter>([&](auto m) ORPSP_INLINED {
+    Unrolled<kQuarter>([&](auto m) ORPSP_INLINED {
       constexpr size_t k = 4 * m + 1;
       const Bin<V> bin = get(2 * k < n ? k * stride : (n - k) * stride);
       bins[m] = {2 * k < n ? bin.im : hn::Neg(bin.im), bin.re};
     });
     FewComplex(bins);
-    ForEach<kQuarter>([&](auto j) ORPSP_INLINED {
+    Unrolled<kQuarter>([&](auto j) ORPSP_INLINED {
       const V re = bins[j].im, im = bins[j].re;
       if constexpr (j == 0) {
         odd[j] = hn::Add(re, re);
@@ -394,7 +394,7 @@ HWY_INLINE void FewFromBins(const Get& get, const GetEnds& getEnds, V (&x)[n]) {
         odd[j + kQuarter] = hn::NegMulSub(re, sine, hn::Mul(im, cosine));
       }
     });
-    ForEach<n / 2>([&](auto j) ORPSP_INLINED {
+    Unrolled<n / 2>([&](auto j) ORPSP_INLINED {
       x[j] = hn::Add(even[j], odd[j]);
       x[j + n / 2] = hn::Sub(even[j], odd[j]);
     });
@@ -407,7 +407,7 @@ HWY_INLINE void FewToSpectrum(T factor, const T* src, T* dst) {
   using V = hn::Vec<decltype(d)>;
   const auto putScaled = [=](size_t at, V v) ORPSP_INLINED { put(dst + at, factor * hn::GetLane(v)); };
   V x[count];
-  ForEach<count>([&](auto j) ORPSP_INLINED { x[j] = hn::Set(d, get(src + j)); });
+  Unrolled<count>([&](auto j) ORPSP_INLINED { x[j] = hn::Set(d, get(src + j)); });
   if constexpr (layout == SpectrumLayout::kCcs) {
     put(dst + 1, T{0});
     if constexpr (count > 1) put(dst + count + 1, T{0});
@@ -446,7 +446,7 @@ HWY_INLINE void SpectrumToFew(T factor, const T* src, T* dst) {
         },
         x);
   }
-  ForEach<count>([&](auto j) ORPSP_INLINED { put(dst + j, factor * hn::GetLane(x[j])); });
+  Unrolled<count>([&](auto j) ORPSP_INLINED { put(dst + j, factor * hn::GetLane(x[j])); });
 }
 
 }  // namespace

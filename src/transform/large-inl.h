@@ -131,14 +131,14 @@ HWY_NOINLINE void StoreTransposed(const T* work, const int32_t* place, size_t ro
   for (size_t group = 0; group < rows / kUsed; ++group, place += kUsed) {
     for (size_t v = 0; v < kRowVectors<T>; ++v) {
       Vector<T> re[kUsed], im[kUsed];
-      ForEach<kUsed>([&](auto i) ORPSP_INLINED {
+      Unrolled<kUsed>([&](auto i) ORPSP_INLINED {
         const auto x = from.Load(static_cast<size_t>(place[pointOfLane<T>(i, kUsed)]), v);
         re[i] = x.re;
         im[i] = x.im;
       });
       Transpose(re);
       Transpose(im);
-      ForEach<kUsed>([&](auto i) ORPSP_INLINED {
+      Unrolled<kUsed>([&](auto i) ORPSP_INLINED {
         to.Store(v * kUsed + pointOfLane<T>(i, kUsed), group, {re[i], im[i]});
       });
     }
@@ -151,7 +151,7 @@ HWY_NOINLINE void TransposeInPlace(const Grid<T>& square, size_t vectors, size_t
   constexpr size_t kUsed = kLanes<T>;
   using V = Vector<T>;
   const auto load = [&](size_t row, size_t column, V(&re)[kUsed], V(&im)[kUsed]) ORPSP_INLINED {
-    ForEach<kUsed>([&](auto i) ORPSP_INLINED {
+    Unrolled<kUsed>([&](auto i) ORPSP_INLINED {
       const auto x = square.Load(row * kUsed + pointOfLane<T>(i, kUsed), column);
       re[i] = x.re;
       im[i] = x.im;
@@ -160,7 +160,7 @@ HWY_NOINLINE void TransposeInPlace(const Grid<T>& square, size_t vectors, size_t
     Transpose(im);
   };
   const auto store = [&](size_t row, size_t column, const V(&re)[kUsed], const V(&im)[kUsed]) ORPSP_INLINED {
-    ForEach<kUsed>([&](auto i) ORPSP_INLINED {
+    Unrolled<kUsed>([&](auto i) ORPSP_INLINED {
       square.Store(row * kUsed + pointOfLane<T>(i, kUsed), column, {re[i], im[i]});
     });
   };

@@ -3,6 +3,7 @@
 #include "frame/entry.h"
 #include "orpsp/transform/spectra.h"
 #include "simd/targets.h"
+#include "stats/totals.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "transform/packed.cpp"
@@ -54,15 +55,7 @@ HWY_INLINE T realProduct(T a, T b, int scale) {
   if constexpr (isFloat<T>) {
     return a * b;
   } else {
-    const int64_t product = int64_t{a} * b, least = kLeast<T>, most = kMost<T>;
-    int64_t scaled = 0;
-    if (scale <= 0) {
-      const int up = scale < -kBits<T> ? kBits<T> : -scale;  // so far that all but zero saturates
-      scaled = product * (int64_t{1} << up);
-    } else if (scale < 2 * kBits<T>) {
-      scaled = (product + ((int64_t{1} << (scale - 1)) - 1) + ((product >> scale) & 1)) >> scale;
-    }
-    return static_cast<T>(HWY_MIN(HWY_MAX(scaled, least), most));
+    return static_cast<T>(scaledTotal(Int128{int64_t{a} * b}, scale, {kLeast<T>, kMost<T>}));
   }
 }
 

@@ -166,9 +166,9 @@ HWY_INLINE void TransposePairs(P* x) {
   } else {
     constexpr hn::RepartitionToWide<decltype(d)> wide;
     hn::Vec<decltype(wide)> row[count];
-    ForEach<count>([&](auto i) ORPSP_INLINED { row[i] = hn::BitCast(wide, x[i].pairs); });
+    Unrolled<count>([&](auto i) ORPSP_INLINED { row[i] = hn::BitCast(wide, x[i].pairs); });
     Transpose(row);
-    ForEach<count>([&](auto i) ORPSP_INLINED { x[i].pairs = hn::BitCast(d, row[i]); });
+    Unrolled<count>([&](auto i) ORPSP_INLINED { x[i].pairs = hn::BitCast(d, row[i]); });
   }
 }
 
@@ -186,7 +186,7 @@ HWY_INLINE void PackedTransform(const T* from, T* to, T factor) {
                         }
                         x[k] = value;
                       });
-  ForEach<kRows / kColumns>([&](auto group) ORPSP_INLINED {
+  Unrolled<kRows / kColumns>([&](auto group) ORPSP_INLINED {
     P* const g = x + kColumns * group;
     TransposePairs<kColumns>(g);
     Butterfly<kColumns, P>([&](auto n) ORPSP_INLINED { return g[n]; },
@@ -264,7 +264,7 @@ HWY_INLINE void SmallTransform(const From& from, const To& to, T factor) {
     using V = hn::Vec<decltype(d)>;
     Points<V> x[size_t{1} << order];
     Dft<(size_t{1} << order), 0, 1>([&](auto n) ORPSP_INLINED { return from.Load(d, n); }, x);
-    ForEach<(size_t{1} << order)>([&](auto k) ORPSP_INLINED { to.Store(d, MaybeScaled<isScaled>(x[k], factor), k); });
+    Unrolled<(size_t{1} << order)>([&](auto k) ORPSP_INLINED { to.Store(d, MaybeScaled<isScaled>(x[k], factor), k); });
   } else {
     using Shape = SmallShape<order, T>;
     constexpr size_t kRows = Shape::kRows, kColumns = Shape::kColumns, kUsed = Shape::kLanesUsed;
@@ -272,7 +272,7 @@ HWY_INLINE void SmallTransform(const From& from, const To& to, T factor) {
     using V = hn::Vec<decltype(d)>;
 
     Points<V> row[kColumns][kRows / kUsed];  // column by column, row k in lane and vector
-    ForEach<kColumns / kUsed>([&](auto group) ORPSP_INLINED {
+    Unrolled<kColumns / kUsed>([&](auto group) ORPSP_INLINED {
       Points<V> x[kRows];
       Butterfly<kRows, Points<V>>([&](auto n) ORPSP_INLINED { return from.Load(d, n * kColumns + group * kUsed); },
                                   [&](auto k, Points<V> value) ORPSP_INLINED {
@@ -283,20 +283,20 @@ HWY_INLINE void SmallTransform(const From& from, const To& to, T factor) {
                                     }
                                     x[k] = value;
                                   });
-      ForEach<kRows / kUsed>([&](auto v) ORPSP_INLINED {
+      Unrolled<kRows / kUsed>([&](auto v) ORPSP_INLINED {
         V re[kUsed], im[kUsed];
-        ForEach<kUsed>([&](auto i) ORPSP_INLINED {
+        Unrolled<kUsed>([&](auto i) ORPSP_INLINED {
           re[i] = x[v * kUsed + pointOfLane<T>(i, kUsed)].re;
           im[i] = x[v * kUsed + pointOfLane<T>(i, kUsed)].im;
         });
         Transpose(re);
         Transpose(im);
-        ForEach<kUsed>([&](auto i) ORPSP_INLINED {
+        Unrolled<kUsed>([&](auto i) ORPSP_INLINED {
           row[group * kUsed + pointOfLane<T>(i, kUsed)][v] = {re[i], im[i]};
         });
       });
     });
-    ForEach<kRows / kUsed>([&](auto v) ORPSP_INLINED {
+    Unrolled<kRows / kUsed>([&](auto v) ORPSP_INLINED {
       Butterfly<kColumns, Points<V>>([&](auto n) ORPSP_INLINED { return row[n][v]; },
                                      [&](auto k, Points<V> value) ORPSP_INLINED {
                                        to.Store(d, MaybeScaled<isScaled>(value, factor), k * kRows + v * kUsed);
