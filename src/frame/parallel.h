@@ -1,6 +1,7 @@
 // When and how a long call is shared by threads.
 #pragma once
 
+#include <cstddef>
 #include <type_traits>
 
 namespace orpsp {
@@ -34,6 +35,11 @@ void onTwoThreads(const Call& call) {
 
 // The core library grants two threads or more.
 bool mayUseTwoThreads();
+
+// Where the part-th of `parts` nearly equal parts of `count` begins.
+__attribute__((always_inline)) inline size_t partBegin(size_t count, int part, int parts) {
+  return count * static_cast<size_t>(part) / static_cast<size_t>(parts);
+}
 
 // How many threads the core library grants, at least one.
 int grantedThreads();

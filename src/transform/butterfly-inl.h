@@ -145,6 +145,59 @@ HWY_INLINE void StorePart(D d, hn::Vec<D> v, T* to) {
   StoreAnywhere(d, sizeof(v) <= 16 ? v : Shuffled<ToNaturalOrder<T>>(v, v), to);
 }
 
+// ---- Points at consecutive places of the caller's memory
+
+// Pairs; isSwapped: imaginary part first.
+template <class T, bool isSwapped>
+struct Pairs {
+  using Element = std::remove_const_t<T>;
+  static constexpr bool kIsSwapped = isSwapped;
+  T* p;
+
+  template <class D>
+  HWY_INLINE Points<hn::Vec<D>> Load(D d, size_t at) const {
+    Points<hn::Vec<D>> x;
+    if constexpr (hn::MaxLanes(d) == 1) {
+      x = {LoadAnywhere(d, p + 2 * at), LoadAnywhere(d, p + 2 * at + 1)};
+    } else {
+      x = LoadPairs(d, p + 2 * at);
+    }
+    if constexpr (isSwapped) return {x.im, x.re};
+    return x;
+  }
+  template <class D>
+  HWY_INLINE void Store(D d, Points<hn::Vec<D>> x, size_t at) const {
+    if constexpr (isSwapped) x = {x.im, x.re};
+    if constexpr (hn::MaxLanes(d) == 1) {
+      StoreAnywhere(d, x.re, p + 2 * at);
+      StoreAnywhere(d, x.im, p + 2 * at + 1);
+    } else {
+      StorePairs(d, x, p + 2 * at);
+    }
+  }
+  HWY_INLINE Pairs From(size_t at) const { return {p + 2 * at}; }
+  bool IsAt(const Pairs<Element, isSwapped>& other) const { return p == other.p; }
+};
+
+// Two arrays.
+template <class T>
+struct Planes {
+  using Element = std::remove_const_t<T>;
+  T *re, *im;
+
+  template <class D>
+  HWY_INLINE Points<hn::Vec<D>> Load(D d, size_t at) const {
+    return {LoadPart(d, re + at), LoadPart(d, im + at)};
+  }
+  template <class D>
+  HWY_INLINE void Store(D d, Points<hn::Vec<D>> x, size_t at) const {
+    StorePart(d, x.re, re + at);
+    StorePart(d, x.im, im + at);
+  }
+  HWY_INLINE Planes From(size_t at) const { return {re + at, im + at}; }
+  bool IsAt(const Planes<Element>& other) const { return re == other.re; }
+};
+
 // ---- Transposition of a square of lanes: row[i] lane j becomes row[j] lane i
 
 // Of four vectors of four blocks.
@@ -193,6 +246,20 @@ HWY_INLINE void Transpose(V (&row)[count]) {
     if constexpr (count / kStep == 2) TransposeBlocks(row[c], row[c + kStep]);
     if constexpr (count / kStep == 4) TransposeBlocks(row[c], row[c + kStep], row[c + 2 * kStep], row[c + 3 * kStep]);
   });
+}
+
+// One part of a square of points: load(i) is that of row i, its lanes the points of the row; store gets j and that of
+// point j, its lanes the rows.
+template <class D, class Load, class Store, class V = hn::Vec<D>>
+HWY_INLINE void TransposePart(D, const Load& load, const Store& store) {
+  using T = hn::TFromD<D>;
+  constexpr size_t kCount = hn::MaxLanes(D{});
+  V row[kCount];
+  Unrolled<kCount>([&](auto i)
+                       ORPSP_INLINED { row[i] = load(std::integral_constant<size_t, pointOfLane<T>(i, kCount)>{}); });
+  Transpose(row);
+  Unrolled<kCount>([&](auto i)
+                       ORPSP_INLINED { store(std::integral_constant<size_t, pointOfLane<T>(i, kCount)>{}, row[i]); });
 }
 
 // ---- Arithmetic
@@ -283,6 +350,11 @@ HWY_INLINE Packed<V, isInverse> Times(Packed<V, isInverse> x, V re, V im) {
   return {hn::MulAdd(SwappedParts(x.pairs), im, hn::Mul(x.pairs, re))};
 }
 
+template <class V, bool isInverse, class T = hn::TFromV<V>>
+HWY_INLINE Packed<V, isInverse> TimesReal(Packed<V, isInverse> x, T factor) {
+  return {hn::Mul(x.pairs, hn::Set(hn::DFromV<V>{}, factor))};
+}
+
 template <size_t k, size_t radix, class V, bool isInverse>
 HWY_INLINE void Combine(Packed<V, isInverse> e, Packed<V, isInverse> o, Packed<V, isInverse>& sum,
                         Packed<V, isInverse>& difference) {
@@ -308,6 +380,12 @@ HWY_INLINE void Combine(Packed<V, isInverse> e, Packed<V, isInverse> o, Packed<V
     sum = {hn::MulAdd(f, p, e.pairs)};
     difference = {hn::NegMulAdd(f, p, e.pairs)};
   }
+}
+
+template <bool isScaled, class P, class T>
+HWY_INLINE P MaybeScaled(P x, T factor) {
+  if constexpr (isScaled) return TimesReal(x, factor);
+  return x;
 }
 
 // x[k] = sum over n < radix of load(first + step n) exp(-2 pi i n k / radix); points are loaded where they are needed.

@@ -11,8 +11,6 @@
 #define ORPSP_TRANSFORM_COLUMNS_INL_H_
 #endif
 
-#include <algorithm>
-
 #include "transform/butterfly-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -33,11 +31,8 @@ template <class T>
 constexpr size_t kRowVectors = kRow<T> / kLanes<T>;
 
 // ---- Where rows are
-
-template <class T>
-HWY_INLINE void PrefetchLine(const T* p) {
-  __builtin_prefetch(p);
-}
+//
+// All kinds have From(row, v), the rows from a row's vector v on; Load(row) and Store(row, x) are of the first vector.
 
 // Rows of vectors of points at any distances: working memory, or the caller's memory between passes. (The order of
 // lanes stays as it is.)
@@ -49,20 +44,14 @@ struct Grid {
   HWY_INLINE size_t At(size_t row, size_t v) const { return row * rowStep + v * vectorStep; }
   HWY_INLINE T* Re(size_t row, size_t v) const { return re + At(row, v); }
   HWY_INLINE T* Im(size_t row, size_t v) const { return im + At(row, v); }
-  HWY_INLINE Points<Vector<T>> Load(size_t row, size_t v) const {
-    return {hn::LoadU(Lanes<T>{}, Re(row, v)), hn::LoadU(Lanes<T>{}, Im(row, v))};
+  HWY_INLINE Points<Vector<T>> Load(size_t row) const {
+    return {hn::LoadU(Lanes<T>{}, Re(row, 0)), hn::LoadU(Lanes<T>{}, Im(row, 0))};
   }
-  HWY_INLINE void Store(size_t row, size_t v, Points<Vector<T>> x) const {
-    hn::StoreU(x.re, Lanes<T>{}, Re(row, v));
-    hn::StoreU(x.im, Lanes<T>{}, Im(row, v));
+  HWY_INLINE void Store(size_t row, Points<Vector<T>> x) const {
+    hn::StoreU(x.re, Lanes<T>{}, Re(row, 0));
+    hn::StoreU(x.im, Lanes<T>{}, Im(row, 0));
   }
-  HWY_INLINE Grid From(size_t row) const { return {re + row * rowStep, im + row * rowStep, rowStep, vectorStep}; }
-  HWY_INLINE void Prefetch(size_t row) const {
-    for (size_t v = 0; v < kRowVectors<T>; ++v) {
-      PrefetchLine(Re(row, v));
-      PrefetchLine(Im(row, v));
-    }
-  }
+  HWY_INLINE Grid From(size_t row, size_t v) const { return {Re(row, v), Im(row, v), rowStep, vectorStep}; }
   // Of a grid that is one long row of consecutive points: rows `step` points apart, from a point on, which is a
   // multiple of the lanes.
   HWY_INLINE Grid Columns(size_t point, size_t step) const {
@@ -79,73 +68,53 @@ struct WorkRows {
   static constexpr size_t At(size_t row, size_t v) { return row * 2 * kRow<T> + v * 2 * kLanes<T>; }
   HWY_INLINE T* Re(size_t row, size_t v) const { return p + At(row, v); }
   HWY_INLINE T* Im(size_t row, size_t v) const { return p + At(row, v) + kLanes<T>; }
-  HWY_INLINE Points<Vector<T>> Load(size_t row, size_t v) const {
-    return {hn::LoadU(Lanes<T>{}, Re(row, v)), hn::LoadU(Lanes<T>{}, Im(row, v))};
+  HWY_INLINE Points<Vector<T>> Load(size_t row) const {
+    const T* const at = Re(row, 0);
+    return {hn::LoadU(Lanes<T>{}, at), hn::LoadU(Lanes<T>{}, at + kLanes<T>)};
   }
-  HWY_INLINE void Store(size_t row, size_t v, Points<Vector<T>> x) const {
-    hn::StoreU(x.re, Lanes<T>{}, Re(row, v));
-    hn::StoreU(x.im, Lanes<T>{}, Im(row, v));
+  HWY_INLINE void Store(size_t row, Points<Vector<T>> x) const {
+    T* const at = Re(row, 0);
+    hn::StoreU(x.re, Lanes<T>{}, at);
+    hn::StoreU(x.im, Lanes<T>{}, at + kLanes<T>);
   }
-  HWY_INLINE WorkRows From(size_t row) const { return {p + At(row, 0)}; }
+  HWY_INLINE WorkRows From(size_t row, size_t v) const { return {p + At(row, v)}; }
 };
 template <class T>
 HWY_INLINE WorkRows<T> workRows(T* work) {
   return {work};
 }
 
-// Rows of pairs; isSwapped: imaginary part first.
+// Rows of the caller's points, Pairs or Planes.
+template <class Place>
+struct PlacedRows {
+  using T = typename Place::Element;
+  Place place;
+  size_t rowStep;
+
+  HWY_INLINE Points<Vector<T>> Load(size_t row) const { return place.Load(Lanes<T>{}, row * rowStep); }
+  HWY_INLINE void Store(size_t row, Points<Vector<T>> x) const { place.Store(Lanes<T>{}, x, row * rowStep); }
+  HWY_INLINE PlacedRows From(size_t row, size_t v) const {
+    return {place.From(row * rowStep + v * kLanes<T>), rowStep};
+  }
+};
+
+// The caller's memory as one long row of vectors between passes.
 template <class T, bool isSwapped>
-struct PairRows {
-  using Element = std::remove_const_t<T>;
-  T* p;
-  size_t rowStep;
-
-  HWY_INLINE Points<Vector<Element>> Load(size_t row, size_t v) const {
-    const auto x = LoadPairs(Lanes<Element>{}, p + row * rowStep + v * 2 * kLanes<Element>);
-    if constexpr (isSwapped) return {x.im, x.re};
-    return x;
-  }
-  HWY_INLINE void Store(size_t row, size_t v, Points<Vector<Element>> x) const {
-    if constexpr (isSwapped) x = {x.im, x.re};
-    StorePairs(Lanes<Element>{}, x, p + row * rowStep + v * 2 * kLanes<Element>);
-  }
-  HWY_INLINE PairRows From(size_t row) const { return {p + row * rowStep, rowStep}; }
-  HWY_INLINE void Prefetch(size_t row) const {
-    constexpr size_t kLine = 64 / sizeof(Element);
-    for (size_t i = 0; i < 2 * kRow<Element>; i += kLine) PrefetchLine(p + row * rowStep + i);
-  }
-};
-
-// Rows of two arrays.
+HWY_INLINE Grid<T> gridOf(Pairs<T, isSwapped> pairs) {
+  return {pairs.p, pairs.p + kLanes<T>, 0, 2 * kLanes<T>};
+}
 template <class T>
-struct PlaneRows {
-  using Element = std::remove_const_t<T>;
-  T *re, *im;
-  size_t rowStep;
-
-  HWY_INLINE Points<Vector<Element>> Load(size_t row, size_t v) const {
-    const size_t at = row * rowStep + v * kLanes<Element>;
-    return {LoadPart(Lanes<Element>{}, re + at), LoadPart(Lanes<Element>{}, im + at)};
-  }
-  HWY_INLINE void Store(size_t row, size_t v, Points<Vector<Element>> x) const {
-    const size_t at = row * rowStep + v * kLanes<Element>;
-    StorePart(Lanes<Element>{}, x.re, re + at);
-    StorePart(Lanes<Element>{}, x.im, im + at);
-  }
-  HWY_INLINE PlaneRows From(size_t row) const { return {re + row * rowStep, im + row * rowStep, rowStep}; }
-  HWY_INLINE void Prefetch(size_t row) const {
-    PrefetchLine(re + row * rowStep);
-    PrefetchLine(im + row * rowStep);
-  }
-};
+HWY_INLINE Grid<T> gridOf(Planes<T> planes) {
+  return {planes.re, planes.im, 0, kLanes<T>};
+}
 
 // What goes to `rows`, times a factor.
 template <class T, class Rows>
 struct ScaledRows {
   Rows rows;
   T factor;
-  HWY_INLINE void Store(size_t row, size_t v, Points<Vector<T>> x) const { rows.Store(row, v, TimesReal(x, factor)); }
-  HWY_INLINE ScaledRows From(size_t row) const { return {rows.From(row), factor}; }
+  HWY_INLINE void Store(size_t row, Points<Vector<T>> x) const { rows.Store(row, TimesReal(x, factor)); }
+  HWY_INLINE ScaledRows From(size_t row, size_t v) const { return {rows.From(row, v), factor}; }
 };
 
 // What comes from `rows`, times a twiddle factor: the product of one for the row and the column of the group, and one
@@ -154,12 +123,14 @@ template <class T, class Rows>
 struct TwiddledRows {
   Rows rows;
   const T *fine, *coarse;
-  HWY_INLINE Points<Vector<T>> Load(size_t row, size_t v) const {
-    const auto w = Times(workRows(const_cast<T*>(fine)).Load(row, v), hn::Set(Lanes<T>{}, coarse[2 * row]),
+  HWY_INLINE Points<Vector<T>> Load(size_t row) const {
+    const auto w = Times(workRows(const_cast<T*>(fine)).Load(row), hn::Set(Lanes<T>{}, coarse[2 * row]),
                          hn::Set(Lanes<T>{}, coarse[2 * row + 1]));
-    return Times(rows.Load(row, v), w);
+    return Times(rows.Load(row), w);
   }
-  HWY_INLINE void Prefetch(size_t row) const { rows.Prefetch(row); }
+  HWY_INLINE TwiddledRows From(size_t row, size_t v) const {
+    return {rows.From(row, v), fine + WorkRows<T>::At(row, v), coarse + 2 * row};
+  }
 };
 
 // Rows (b, c), b slower, that stand in the order (c, b).
@@ -167,11 +138,12 @@ template <class Rows>
 struct ExchangedRows {
   Rows rows;
   int orderB, orderC;
+  size_t first = 0;
   HWY_INLINE size_t Place(size_t row) const {
     return ((row & ((size_t{1} << orderC) - 1)) << orderB) + (row >> orderC);
   }
-  HWY_INLINE auto Load(size_t row, size_t v) const { return rows.Load(Place(row), v); }
-  HWY_INLINE void Prefetch(size_t row) const { rows.Prefetch(Place(row)); }
+  HWY_INLINE auto Load(size_t row) const { return rows.Load(Place(first + row)); }
+  HWY_INLINE ExchangedRows From(size_t row, size_t v) const { return {rows.From(0, v), orderB, orderC, first + row}; }
 };
 
 // ---- Passes
@@ -187,46 +159,33 @@ struct Radices {
   int Last() const { return Of(count - 1); }
 };
 
-constexpr size_t kAhead = 2;  // butterflies, of prefetches
+// When rows are multiplied by their twiddle factors: before the butterfly, which decimates in time, or after it, which
+// decimates in frequency; exp(-2 pi i n p / size of the block) for row p of the n-th.
+enum class Twiddles { kNone, kBefore, kAfter };
 
-// One pass of one block: rows p + m n of `from` become rows p + m k of `to`. (With one row there are no twiddles.)
-// isFar: rows of `from` are far from each other, where the hardware does not see which come next.
-template <size_t radix, bool hasTwiddles, bool isFar, class T, class From, class To>
-HWY_INLINE void Pass(const From& from, const To& to, size_t m, const T* HWY_RESTRICT twiddles) {
-  for (size_t p = 0; p < m; ++p, twiddles += 2 * (radix - 1)) {
-    if constexpr (isFar) Unrolled<radix>([&](auto n) ORPSP_INLINED { from.Prefetch(p + kAhead + m * n); });
-    for (size_t v = 0; v < kRowVectors<T>; ++v) {
-      Butterfly<radix, Points<Vector<T>>>([&](auto n) ORPSP_INLINED { return from.Load(p + m * n, v); },
-                                          [&](auto k, Points<Vector<T>> x) ORPSP_INLINED {
-                                            if constexpr (hasTwiddles && k > 0) {
-                                              constexpr Lanes<T> d;
-                                              x = Times(x, hn::Set(d, twiddles[2 * k - 2]),
-                                                        hn::Set(d, twiddles[2 * k - 1]));
-                                            }
-                                            to.Store(p + m * k, v, x);
-                                          });
-    }
-  }
-}
-
-// One pass that decimates in time: rows p + m n of `from`, times exp(-2 pi i n p / (radix m)), become rows p + m k of
-// `to`, for p from begin to end.
-template <size_t radix, class T, class From, class To>
-HWY_NOINLINE void TimePass(const From& from, const To& to, size_t m, size_t begin, size_t end,
-                           const T* HWY_RESTRICT twiddles) {
-  twiddles += begin * 2 * (radix - 1);
-  for (size_t p = begin; p < end; ++p, twiddles += 2 * (radix - 1)) {
-    for (size_t v = 0; v < kRowVectors<T>; ++v) {
-      Butterfly<radix, Points<Vector<T>>>(
-          [&](auto n) ORPSP_INLINED {
-            const auto x = from.Load(p + m * n, v);
-            constexpr Lanes<T> d;
-            if constexpr (n == 0)
-              return x;
-            else
-              return Times(x, hn::Set(d, twiddles[2 * n - 2]), hn::Set(d, twiddles[2 * n - 1]));
-          },
-          [&](auto k, Points<Vector<T>> x) ORPSP_INLINED { to.Store(p + m * k, v, x); });
+// Of each of `blocks` of radix * distance rows, one after the other: rows p + distance n of `from`, n < radix, become
+// those of `to`, for p from begin to end. (Passed by value: behind a reference every store of a vector might change
+// them.)
+template <size_t radix, Twiddles when, class T, class From, class To>
+HWY_NOINLINE void Pass(const From from, const To to, size_t distance, size_t begin, size_t end,
+                       const T* HWY_RESTRICT twiddles, size_t blocks = 1) {
+  constexpr Lanes<T> d;
+  constexpr size_t kTwiddles = when == Twiddles::kNone ? 0 : 2 * (radix - 1);
+  for (size_t block = 0; block < blocks; ++block) {
+    const T* HWY_RESTRICT w = twiddles + begin * kTwiddles;
+    const auto twiddled = [&](auto n, Points<Vector<T>> x, Twiddles now) ORPSP_INLINED {
+      if (now != when || n == 0) return x;
+      return Times(x, hn::Set(d, w[2 * n - 2]), hn::Set(d, w[2 * n - 1]));
+    };
+    for (size_t p = begin; p < end; ++p, w += kTwiddles) {
+      for (size_t v = 0; v < kRowVectors<T>; ++v) {
+        const From source = from.From(block * radix * distance + p, v);
+        const To destination = to.From(block * radix * distance + p, v);
+        Butterfly<radix, Points<Vector<T>>>(
+            [&](auto n) ORPSP_INLINED { return twiddled(n, source.Load(distance * n), Twiddles::kBefore); },
+            [&](auto k, Points<Vector<T>> x)
+                ORPSP_INLINED { destination.Store(distance * k, twiddled(k, x, Twiddles::kAfter)); });
+      }
     }
   }
 }
@@ -234,15 +193,16 @@ HWY_NOINLINE void TimePass(const From& from, const To& to, size_t m, size_t begi
 // The last pass, blocks begin to end of `blocks` in all: of `radix` rows, which begin at `work`, each one's rows into
 // rows reversed[block] + blocks k.
 template <size_t radix, class T, class To>
-HWY_NOINLINE void LastPass(const T* work, const To& to, size_t begin, size_t end, size_t blocks,
+HWY_NOINLINE void LastPass(const T* work, const To to, size_t begin, size_t end, size_t blocks,
                            const int32_t* HWY_RESTRICT reversed) {
   const auto from = workRows(const_cast<T*>(work));
   for (size_t block = begin; block < end; ++block) {
-    const auto rows = to.From(static_cast<size_t>(reversed[block]));
     for (size_t v = 0; v < kRowVectors<T>; ++v) {
-      Butterfly<radix, Points<Vector<T>>>(
-          [&](auto n) ORPSP_INLINED { return from.Load((block - begin) * radix + n, v); },
-          [&](auto k, Points<Vector<T>> x) ORPSP_INLINED { rows.Store(k * blocks, v, x); });
+      const auto source = from.From((block - begin) * radix, v);
+      const To destination = to.From(static_cast<size_t>(reversed[block]), v);
+      Butterfly<radix, Points<Vector<T>>>([&](auto n) ORPSP_INLINED { return source.Load(n); },
+                                          [&](auto k, Points<Vector<T>> x)
+                                              ORPSP_INLINED { destination.Store(k * blocks, x); });
     }
   }
 }
@@ -259,41 +219,6 @@ HWY_INLINE void withRadix(int order, F&& f) {
 }
 constexpr int kLeastRadix = 2, kLeastLastRadix = kLargestRadix - 1;
 
-// Passes that are not inlined, so that there is one of each.
-template <size_t radix, class T, class From>
-HWY_NOINLINE void FirstPass(const From& from, T* work, size_t m, const T* twiddles) {
-  Pass<radix, true, true, T>(from, workRows(work), m, twiddles);
-}
-// In place, in rows p + n stride / row for p from begin to end.
-template <size_t radix, class T>
-HWY_NOINLINE void WorkPass(T* block, size_t stride, size_t begin, size_t end, const T* HWY_RESTRICT twiddles) {
-  constexpr Lanes<T> d;
-  twiddles += begin * 2 * (radix - 1);
-  for (size_t p = begin; p < end; ++p, twiddles += 2 * (radix - 1)) {
-    for (size_t v = 0; v < kRowVectors<T>; ++v) {
-      T* const at = block + p * 2 * kRow<T> + v * 2 * kLanes<T>;
-      Butterfly<radix, Points<Vector<T>>>(
-          [&](auto n) ORPSP_INLINED {
-            const T* const x = at + n * stride;
-            return Points<Vector<T>>{hn::LoadU(d, x), hn::LoadU(d, x + kLanes<T>)};
-          },
-          [&](auto k, Points<Vector<T>> x) ORPSP_INLINED {
-            if constexpr (k > 0) x = Times(x, hn::Set(d, twiddles[2 * k - 2]), hn::Set(d, twiddles[2 * k - 1]));
-            T* const to = at + k * stride;
-            hn::StoreU(x.re, d, to);
-            hn::StoreU(x.im, d, to + kLanes<T>);
-          });
-    }
-  }
-}
-template <size_t radix, class T>
-HWY_NOINLINE void LastWorkPass(T* work, size_t rows) {
-  for (size_t row = 0; row < rows; row += radix) {
-    const auto block = workRows(work).From(row);
-    Pass<radix, false, false, T>(block, block, 1, nullptr);
-  }
-}
-
 // The passes from the second to the last but one, of one block of the first pass's results.
 template <class T>
 HWY_NOINLINE void MiddlePasses(int order, const T* twiddles, T* block) {
@@ -305,30 +230,21 @@ HWY_NOINLINE void MiddlePasses(int order, const T* twiddles, T* block) {
     const size_t rows = size_t{1} << blockOrder;
     blockOrder -= radices.Of(pass);
     withRadix<kLeastRadix>(radices.Of(pass), [&](auto radix) ORPSP_INLINED {
-      const size_t m = size_t{1} << blockOrder;
-      for (size_t row = 0; row < size_t{1} << firstOrder; row += rows)
-        WorkPass<radix>(block + row * 2 * kRow<T>, m * 2 * kRow<T>, 0, m, twiddles);
+      const size_t m = size_t{1} << blockOrder, blocks = (size_t{1} << firstOrder) / rows;
+      Pass<radix, Twiddles::kAfter>(workRows(block), workRows(block), m, 0, m, twiddles, blocks);
     });
     twiddles += 2 * rows - (size_t{2} << blockOrder);
   }
 }
 
-// Twiddle factors of 2^order rows: those of each pass, one after the other; and the row of the result that each block
-// of the last pass begins with.
-template <class T>
-struct ColumnTables {
-  const T* twiddles;
-  const int32_t* reversed;
-};
-
 // All passes but the last of several, from the rows of `from`, which may be in `work`.
 template <class T, class From>
 HWY_INLINE void AllButLastPass(int order, const T* twiddles, const From& from, T* work) {
   const Radices radices(order);
-  withRadix<kLeastRadix>(radices.Of(0), [&](auto radix) ORPSP_INLINED {
-    FirstPass<radix, T>(from, work, (size_t{1} << order) / radix, twiddles);
-  });
   const size_t block = size_t{1} << (order - radices.Of(0));
+  withRadix<kLeastRadix>(radices.Of(0), [&](auto radix) ORPSP_INLINED {
+    Pass<radix, Twiddles::kAfter>(from, workRows(work), block, 0, block, twiddles);
+  });
   for (size_t row = 0; radices.count > 2 && row < size_t{1} << order; row += block)
     MiddlePasses(order, twiddles, work + row * 2 * kRow<T>);
 }
@@ -348,8 +264,10 @@ HWY_INLINE void LastPassTo(int order, const int32_t* reversed, const T* work, co
 // The last pass within `work`: row k of the result stands at FillPlaces' place[k].
 template <class T>
 HWY_INLINE void LastPassInWork(int order, T* work) {
-  withRadix<kLeastLastRadix>(Radices(order).Last(),
-                             [&](auto radix) ORPSP_INLINED { LastWorkPass<radix>(work, size_t{1} << order); });
+  withRadix<kLeastLastRadix>(Radices(order).Last(), [&](auto radix) ORPSP_INLINED {
+    const T* const noTwiddles = nullptr;
+    Pass<radix, Twiddles::kNone>(workRows(work), workRows(work), 1, 0, 1, noTwiddles, (size_t{1} << order) / radix);
+  });
 }
 
 // ---- Tables
@@ -361,23 +279,30 @@ HWY_INLINE T* append(T* to, Root<T> w) {
   return to + 2;
 }
 
+// Those of the pass that joins 2^radixOrder blocks into one of 2^order rows, or parts it.
+template <class T>
+T* appendPass(T* to, int order, int radixOrder, const QuarterSine<T>& sine) {
+  for (size_t p = 0; p < size_t{1} << (order - radixOrder); ++p)
+    for (size_t n = 1; n < size_t{1} << radixOrder; ++n) to = append(to, root(sine, p * n, order));
+  return to;
+}
+
+// Those of all passes but the last, one after the other.
 template <class T>
 void FillColumnTwiddles(int order, const QuarterSine<T>& sine, T* twiddles) {
   const Radices radices(order);
   int blockOrder = order;
   for (int pass = 0; pass + 1 < radices.count; ++pass) {
-    const size_t radix = size_t{1} << radices.Of(pass), m = size_t{1} << (blockOrder - radices.Of(pass));
-    for (size_t p = 0; p < m; ++p)
-      for (size_t k = 1; k < radix; ++k) twiddles = append(twiddles, root(sine, p * k, blockOrder));
+    twiddles = appendPass(twiddles, blockOrder, radices.Of(pass), sine);
     blockOrder -= radices.Of(pass);
   }
 }
 
 // The block of the last pass has the number of the first pass's result in its highest digit; in the row that digit is
 // the lowest.
-inline size_t reversedBlock(int order, size_t block) {
+HWY_INLINE size_t reversedBlock(int order, size_t block) {
   const Radices radices(order);
-  int from = order - radices.Of(radices.count - 1), to = 0;
+  int from = order - radices.Last(), to = 0;
   size_t row = 0;
   for (int pass = 0; pass + 1 < radices.count; ++pass) {
     from -= radices.Of(pass);
@@ -387,18 +312,18 @@ inline size_t reversedBlock(int order, size_t block) {
   }
   return row;
 }
-inline size_t blocksOfLastPass(int order) {
+HWY_INLINE size_t blocksOfLastPass(int order) {
   const Radices radices(order);
-  return size_t{1} << (order - radices.Of(radices.count - 1));
+  return size_t{1} << (order - radices.Last());
 }
 
-inline void FillReversed(int order, int32_t* reversed) {
+HWY_INLINE void FillReversed(int order, int32_t* reversed) {
   for (size_t block = 0; block < blocksOfLastPass(order); ++block)
     reversed[block] = static_cast<int32_t>(reversedBlock(order, block));
 }
 
-// Where ColumnsInWork leaves each row.
-inline void FillPlaces(int order, int32_t* place) {
+// Where LastPassInWork leaves each row.
+HWY_INLINE void FillPlaces(int order, int32_t* place) {
   const size_t blocks = blocksOfLastPass(order), radix = (size_t{1} << order) / blocks;
   for (size_t block = 0; block < blocks; ++block)
     for (size_t k = 0; k < radix; ++k)

@@ -31,6 +31,25 @@ struct ComplexCall {
   void* work;
 };
 
+// The transform that a record describes. (The order is less by one for real transforms.)
+template <class T>
+HWY_INLINE ComplexCall<T> callOf(const FftSpec<T>& spec, int order, bool isInverse, void* work, int step = 0,
+                                 const T* srcRe = nullptr, const T* srcIm = nullptr, T* dstRe = nullptr,
+                                 T* dstIm = nullptr) {
+  return {.order = order,
+          .isInverse = isInverse,
+          .isScaled = (isInverse ? spec.scalesInverse : spec.scalesForward) != 0,
+          .factor = spec.factor,
+          .twiddles = spec.twiddles,
+          .reversed = spec.reversed,
+          .step = step,
+          .srcRe = srcRe,
+          .srcIm = srcIm,
+          .dstRe = dstRe,
+          .dstIm = dstIm,
+          .work = work};
+}
+
 // Defined in fft_complex.cpp for float and double.
 template <class T>
 void TransformComplex(const ComplexCall<T>& call);

@@ -64,18 +64,7 @@ HWY_INLINE OrpStatus withRoom(int order, size_t count, int complexOrder, Orp8u* 
 
 template <class T>
 HWY_INLINE void transformInPlace(const FftSpec<T>& spec, bool isInverse, int step, T* re, T* im, void* work) {
-  TransformComplex<T>({.order = spec.order,
-                       .isInverse = isInverse,
-                       .isScaled = (isInverse ? spec.scalesInverse : spec.scalesForward) != 0,
-                       .factor = spec.factor,
-                       .twiddles = spec.twiddles,
-                       .reversed = spec.reversed,
-                       .step = step,
-                       .srcRe = re,
-                       .srcIm = im,
-                       .dstRe = re,
-                       .dstIm = im,
-                       .work = work});
+  TransformComplex(callOf<T>(spec, spec.order, isInverse, work, step, re, im, re, im));
 }
 
 template <bool isInverse, class E, class Handle>

@@ -265,18 +265,7 @@ HWY_INLINE void AnySplit(int order, const T* table, const T* from, T* to) {
 
 template <bool isInverse, class T>
 HWY_INLINE void TransformPairs(const FftSpec<T>& spec, const T* src, T* dst, void* work) {
-  TransformComplex<T>({.order = spec.order - 1,
-                       .isInverse = isInverse,
-                       .isScaled = (isInverse ? spec.scalesInverse : spec.scalesForward) != 0,
-                       .factor = spec.factor,
-                       .twiddles = spec.twiddles,
-                       .reversed = spec.reversed,
-                       .step = 2,
-                       .srcRe = src,
-                       .srcIm = src + 1,
-                       .dstRe = dst,
-                       .dstIm = dst + 1,
-                       .work = work});
+  TransformComplex(callOf(spec, spec.order - 1, isInverse, work, 2, src, src + 1, dst, dst + 1));
 }
 
 // ---- Up to 16 points in registers, number by number
@@ -286,44 +275,6 @@ HWY_INLINE void TransformPairs(const FftSpec<T>& spec, const T* src, T* dst, voi
 //   X[4 m + 1] = sum over j < q of (d[j] - i d[j + q]) exp(-2 pi i j / n) exp(-2 pi i j m / q),
 //
 // and the other odd bins are conjugates of these. The inverse runs the same steps backwards.
-
-template <class V>
-struct Bin {
-  V re, im;
-};
-
-template <class V>
-HWY_INLINE Bin<V> Sum(Bin<V> a, Bin<V> b) {
-  return {hn::Add(a.re, b.re), hn::Add(a.im, b.im)};
-}
-template <class V>
-HWY_INLINE Bin<V> Difference(Bin<V> a, Bin<V> b) {
-  return {hn::Sub(a.re, b.re), hn::Sub(a.im, b.im)};
-}
-
-// The complex transform of up to 4 points in place.
-template <class V, size_t count>
-HWY_INLINE void FewComplex(Bin<V> (&x)[count]) {
-  if constexpr (count == 2) {
-    const Bin<V> first = x[0];
-    x[0] = Sum(first, x[1]);
-    x[1] = Difference(first, x[1]);
-  } else if constexpr (count == 4) {
-    const Bin<V> a = Sum(x[0], x[2]), b = Difference(x[0], x[2]), c = Sum(x[1], x[3]), d = Difference(x[1], x[3]);
-    x[0] = Sum(a, c);
-    x[1] = {hn::Add(b.re, d.im), hn::Sub(b.im, d.re)};
-    x[2] = Difference(a, c);
-    x[3] = {hn::Sub(b.re, d.im), hn::Add(b.im, d.re)};
-  }
-}
-
-// cos(2 pi j / n) and the sine, below a quarter of the circle, n up to 16.
-template <size_t j, size_t n>
-struct FewRoot {
-  static constexpr long double kCosine[] = {1, 0.923879532511286756128183L, 0.707106781186547524400844L,
-                                            0.382683432365089771728460L, 0};
-  static constexpr long double cosine = kCosine[16 / n * j], sine = kCosine[4 - 16 / n * j];
-};
 
 // Hands bins to put(k, re, im), and those of k = 0 and N / 2 to putEnds; N = n * stride.
 template <size_t stride, class V, size_t n, class Put, class PutEnds>
@@ -340,24 +291,24 @@ HWY_INLINE void FewToBins(const V (&x)[n], const Put& put, const PutEnds& putEnd
       difference[j] = hn::Sub(x[j], x[j + n / 2]);
     });
     FewToBins<2 * stride>(sum, put, putEnds);
-    Bin<V> odd[kQuarter];
+    Points<V> odd[kQuarter], bins[kQuarter];
     Unrolled<kQuarter>([&](auto j) ORPSP_INLINED {
       const V re = difference[j], minusIm = difference[j + kQuarter];
       if constexpr (j == 0) {
         odd[j] = {re, hn::Neg(minusIm)};
       } else {
-        const V cosine = hn::Set(d, static_cast<T>(FewRoot<j, n>::cosine));
-        const V sine = hn::Set(d, static_cast<T>(FewRoot<j, n>::sine));
+        const V cosine = hn::Set(d, static_cast<T>(kCosines16[16 / n * j]));
+        const V sine = hn::Set(d, static_cast<T>(kSines16[16 / n * j]));
         odd[j] = {hn::NegMulAdd(minusIm, sine, hn::Mul(re, cosine)), hn::NegMulSub(re, sine, hn::Mul(minusIm, cosine))};
       }
     });
-    FewComplex(odd);
+    Dft<kQuarter, 0, 1>([&](auto j) ORPSP_INLINED { return odd[j]; }, bins);
     Unrolled<kQuarter>([&](auto m) ORPSP_INLINED {
       constexpr size_t k = 4 * m + 1;
       if constexpr (2 * k < n) {
-        put(k * stride, odd[m].re, odd[m].im);
+        put(k * stride, bins[m].re, bins[m].im);
       } else {
-        put((n - k) * stride, odd[m].re, hn::Neg(odd[m].im));
+        put((n - k) * stride, bins[m].re, hn::Neg(bins[m].im));
       }
     });
   }
@@ -366,7 +317,7 @@ HWY_INLINE void FewToBins(const V (&x)[n], const Put& put, const PutEnds& putEnd
 template <size_t stride, class V, size_t n, class Get, class GetEnds>
 HWY_INLINE void FewFromBins(const Get& get, const GetEnds& getEnds, V (&x)[n]) {
   if constexpr (n == 2) {
-    const Bin<V> ends = getEnds();
+    const Points<V> ends = getEnds();
     x[0] = hn::Add(ends.re, ends.im);
     x[1] = hn::Sub(ends.re, ends.im);
   } else {
@@ -375,21 +326,21 @@ HWY_INLINE void FewFromBins(const Get& get, const GetEnds& getEnds, V (&x)[n]) {
     constexpr size_t kQuarter = n / 4;
     V even[n / 2], odd[n / 2];
     FewFromBins<2 * stride>(get, getEnds, even);
-    Bin<V> bins[kQuarter];  // parts exchanged, which makes a forward transform an inverse one
+    Points<V> bins[kQuarter], few[kQuarter];  // parts exchanged, which makes a forward transform an inverse one
     Unrolled<kQuarter>([&](auto m) ORPSP_INLINED {
       constexpr size_t k = 4 * m + 1;
-      const Bin<V> bin = get(2 * k < n ? k * stride : (n - k) * stride);
+      const Points<V> bin = get(2 * k < n ? k * stride : (n - k) * stride);
       bins[m] = {2 * k < n ? bin.im : hn::Neg(bin.im), bin.re};
     });
-    FewComplex(bins);
+    Dft<kQuarter, 0, 1>([&](auto m) ORPSP_INLINED { return bins[m]; }, few);
     Unrolled<kQuarter>([&](auto j) ORPSP_INLINED {
-      const V re = bins[j].im, im = bins[j].re;
+      const V re = few[j].im, im = few[j].re;
       if constexpr (j == 0) {
         odd[j] = hn::Add(re, re);
         odd[j + kQuarter] = hn::Neg(hn::Add(im, im));
       } else {
-        const V cosine = hn::Set(d, static_cast<T>(2 * FewRoot<j, n>::cosine));
-        const V sine = hn::Set(d, static_cast<T>(2 * FewRoot<j, n>::sine));
+        const V cosine = hn::Set(d, static_cast<T>(2 * kCosines16[16 / n * j]));
+        const V sine = hn::Set(d, static_cast<T>(2 * kSines16[16 / n * j]));
         odd[j] = hn::NegMulAdd(im, sine, hn::Mul(re, cosine));
         odd[j + kQuarter] = hn::NegMulSub(re, sine, hn::Mul(im, cosine));
       }
@@ -439,14 +390,24 @@ HWY_INLINE void SpectrumToFew(T factor, const T* src, T* dst) {
   } else {
     FewFromBins<1>(
         [=](size_t k) ORPSP_INLINED {
-          return Bin<V>{load(2 * k - kIsPack<layout>), load(2 * k + 1 - kIsPack<layout>)};
+          return Points<V>{load(2 * k - kIsPack<layout>), load(2 * k + 1 - kIsPack<layout>)};
         },
         [=]() ORPSP_INLINED {
-          return Bin<V>{load(0), load(placeOfLast<layout>(count))};
+          return Points<V>{load(0), load(placeOfLast<layout>(count))};
         },
         x);
   }
   Unrolled<count>([&](auto j) ORPSP_INLINED { put(dst + j, factor * hn::GetLane(x[j])); });
+}
+
+// Calls f with 2^order as a constant.
+constexpr int kMostFewOrder = 4;
+template <int least = 0, class F>
+HWY_INLINE void withFewPoints(int order, const F& f) {
+  if constexpr (least < kMostFewOrder) {
+    if (order > least) return withFewPoints<least + 1>(order, f);
+  }
+  f(std::integral_constant<size_t, (size_t{1} << least)>{});
 }
 
 }  // namespace
@@ -454,20 +415,8 @@ HWY_INLINE void SpectrumToFew(T factor, const T* src, T* dst) {
 template <SpectrumLayout layout, class T>
 void RealToSpectrum(const FftSpec<T>& spec, const T* src, T* dst, void* work) {
   const T factor = spec.scalesForward ? spec.factor : 1;
-  switch (spec.order) {
-    case 0:
-      return FewToSpectrum<layout, 1>(factor, src, dst);
-    case 1:
-      return FewToSpectrum<layout, 2>(factor, src, dst);
-    case 2:
-      return FewToSpectrum<layout, 4>(factor, src, dst);
-    case 3:
-      return FewToSpectrum<layout, 8>(factor, src, dst);
-    case 4:
-      return FewToSpectrum<layout, 16>(factor, src, dst);
-    default:
-      break;
-  }
+  if (spec.order <= kMostFewOrder)
+    return withFewPoints(spec.order, [&](auto count) ORPSP_INLINED { FewToSpectrum<layout, count>(factor, src, dst); });
   TransformPairs<false>(spec, src, dst, work);
   AnySplit<layout, false>(spec.order, spec.split, dst, dst);
 }
@@ -475,20 +424,8 @@ void RealToSpectrum(const FftSpec<T>& spec, const T* src, T* dst, void* work) {
 template <SpectrumLayout layout, class T>
 void SpectrumToReal(const FftSpec<T>& spec, const T* src, T* dst, void* work) {
   const T factor = spec.scalesInverse ? spec.factor : 1;
-  switch (spec.order) {
-    case 0:
-      return SpectrumToFew<layout, 1>(factor, src, dst);
-    case 1:
-      return SpectrumToFew<layout, 2>(factor, src, dst);
-    case 2:
-      return SpectrumToFew<layout, 4>(factor, src, dst);
-    case 3:
-      return SpectrumToFew<layout, 8>(factor, src, dst);
-    case 4:
-      return SpectrumToFew<layout, 16>(factor, src, dst);
-    default:
-      break;
-  }
+  if (spec.order <= kMostFewOrder)
+    return withFewPoints(spec.order, [&](auto count) ORPSP_INLINED { SpectrumToFew<layout, count>(factor, src, dst); });
   AnySplit<layout, true>(spec.order, spec.split, src, dst);
   TransformPairs<true>(spec, dst, dst, work);
 }

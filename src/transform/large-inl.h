@@ -126,51 +126,39 @@ HWY_NOINLINE void LoadTwiddled(int order, const SweepTables<T>& tables, size_t g
 // Rows of working memory, row k at place[k], into columns: lane j of the group into row j of `to`.
 template <class T>
 HWY_NOINLINE void StoreTransposed(const T* work, const int32_t* place, size_t rows, const Grid<T>& to) {
-  constexpr size_t kUsed = kLanes<T>;
+  constexpr Lanes<T> d;
   const auto from = workRows(const_cast<T*>(work));
-  for (size_t group = 0; group < rows / kUsed; ++group, place += kUsed) {
+  for (size_t group = 0; group < rows / kLanes<T>; ++group, place += kLanes<T>) {
     for (size_t v = 0; v < kRowVectors<T>; ++v) {
-      Vector<T> re[kUsed], im[kUsed];
-      Unrolled<kUsed>([&](auto i) ORPSP_INLINED {
-        const auto x = from.Load(static_cast<size_t>(place[pointOfLane<T>(i, kUsed)]), v);
-        re[i] = x.re;
-        im[i] = x.im;
-      });
-      Transpose(re);
-      Transpose(im);
-      Unrolled<kUsed>([&](auto i) ORPSP_INLINED {
-        to.Store(v * kUsed + pointOfLane<T>(i, kUsed), group, {re[i], im[i]});
-      });
+      TransposePart(
+          d, [&](auto i) ORPSP_INLINED { return hn::LoadU(d, from.Re(static_cast<size_t>(place[i]), v)); },
+          [&](auto j, Vector<T> re) ORPSP_INLINED { hn::StoreU(re, d, to.Re(v * kLanes<T> + j, group)); });
+      TransposePart(
+          d, [&](auto i) ORPSP_INLINED { return hn::LoadU(d, from.Im(static_cast<size_t>(place[i]), v)); },
+          [&](auto j, Vector<T> im) ORPSP_INLINED { hn::StoreU(im, d, to.Im(v * kLanes<T> + j, group)); });
     }
   }
 }
 
-// Exchanges rows and columns of a square of 2^order points, in every `stride`-th row of blocks from the first-th.
+// Exchanges rows and columns of a square of kLanes * vectors points, in every `stride`-th row of blocks from the
+// first-th.
 template <class T>
 HWY_NOINLINE void TransposeInPlace(const Grid<T>& square, size_t vectors, size_t first, size_t stride) {
-  constexpr size_t kUsed = kLanes<T>;
-  using V = Vector<T>;
-  const auto load = [&](size_t row, size_t column, V(&re)[kUsed], V(&im)[kUsed]) ORPSP_INLINED {
-    Unrolled<kUsed>([&](auto i) ORPSP_INLINED {
-      const auto x = square.Load(row * kUsed + pointOfLane<T>(i, kUsed), column);
-      re[i] = x.re;
-      im[i] = x.im;
-    });
-    Transpose(re);
-    Transpose(im);
-  };
-  const auto store = [&](size_t row, size_t column, const V(&re)[kUsed], const V(&im)[kUsed]) ORPSP_INLINED {
-    Unrolled<kUsed>([&](auto i) ORPSP_INLINED {
-      square.Store(row * kUsed + pointOfLane<T>(i, kUsed), column, {re[i], im[i]});
-    });
+  constexpr Lanes<T> d;
+  const auto exchange = [&](auto part, size_t i, size_t j) ORPSP_INLINED {
+    Vector<T> block[kLanes<T>];
+    TransposePart(
+        d, [&](auto row) ORPSP_INLINED { return hn::LoadU(d, part(i * kLanes<T> + row, j)); },
+        [&](auto row, Vector<T> v) ORPSP_INLINED { block[row] = v; });
+    TransposePart(
+        d, [&](auto row) ORPSP_INLINED { return hn::LoadU(d, part(j * kLanes<T> + row, i)); },
+        [&](auto row, Vector<T> v) ORPSP_INLINED { hn::StoreU(v, d, part(i * kLanes<T> + row, j)); });
+    Unrolled<kLanes<T>>([&](auto row) ORPSP_INLINED { hn::StoreU(block[row], d, part(j * kLanes<T> + row, i)); });
   };
   for (size_t i = first; i < vectors; i += stride) {
     for (size_t j = i; j < vectors; ++j) {
-      V re[kUsed], im[kUsed], otherRe[kUsed], otherIm[kUsed];
-      load(i, j, re, im);
-      load(j, i, otherRe, otherIm);
-      store(j, i, re, im);
-      store(i, j, otherRe, otherIm);
+      exchange([&](size_t row, size_t v) ORPSP_INLINED { return square.Re(row, v); }, i, j);
+      exchange([&](size_t row, size_t v) ORPSP_INLINED { return square.Im(row, v); }, i, j);
     }
   }
 }
@@ -189,8 +177,8 @@ struct LargeTeam {
   template <class T, class Work>
   void Share(size_t groups, const Work& work) const {
     onThreads(threads, [&](int thread, int team) {
-      const auto t = static_cast<size_t>(thread), all = static_cast<size_t>(team);
-      work(groups * t / all, groups * (t + 1) / all, reinterpret_cast<T*>(memory + t * bytesPerThread));
+      work(partBegin(groups, thread, team), partBegin(groups, thread + 1, team),
+           reinterpret_cast<T*>(memory + static_cast<size_t>(thread) * bytesPerThread));
     });
   }
 };
@@ -210,7 +198,7 @@ HWY_NOINLINE void MiddleSweep(const LargeShape& shape, const SweepTables<T>& tab
   });
 }
 
-// `form` says how the caller's data are seen; see fft_complex.cpp. workBytes: of form's call.
+// `form` says how the caller's data are seen: see fft_complex.cpp.
 template <class T, class Form>
 HWY_NOINLINE void FirstSweep(const Form& form, const LargeShape& shape, const LargeTables<T>& tables,
                              const LargeTeam& team) {
@@ -221,17 +209,17 @@ HWY_NOINLINE void FirstSweep(const Form& form, const LargeShape& shape, const La
       const size_t column = group * kRow<T>, b = column >> shape.c, c = column & (C - 1);
       AllButLastPass<T>(shape.a, tables.first, form.From(column, BC), scratch);
       if (form.IsInPlace()) {
-        LastPassTo(shape.a, tables.reversed, scratch, form.Between().Columns(column, BC));
+        LastPassTo(shape.a, tables.reversed, scratch, gridOf(form.dst).Columns(column, BC));
       } else {
         LastPassInWork(shape.a, scratch);
-        StoreTransposed(scratch, tables.place, A, form.Between().Columns(c * BA + b * A, BA));
+        StoreTransposed(scratch, tables.place, A, gridOf(form.dst).Columns(c * BA + b * A, BA));
       }
     }
   });
   if (!form.IsInPlace()) return;
   onThreads(team.threads, [&](int thread, int threads) HWY_ATTR {
     for (size_t b = 0; b < size_t{1} << shape.b; ++b)
-      TransposeInPlace(form.Between().Columns(b * C, BC), A / kLanes<T>, static_cast<size_t>(thread),
+      TransposeInPlace(gridOf(form.dst).Columns(b * C, BC), A / kLanes<T>, static_cast<size_t>(thread),
                        static_cast<size_t>(threads));
   });
 }
@@ -242,7 +230,7 @@ HWY_INLINE void LastSweep(const Form& form, const LargeShape& shape, const Sweep
   const size_t columns = size_t{1} << (shape.order - shape.last);
   team.Share<T>(columns / kRow<T>, [&](size_t begin, size_t end, T* scratch) HWY_ATTR {
     for (size_t group = begin; group < end; ++group) {
-      const ExchangedRows<Grid<T>> rows{form.Between().Columns(group * kRow<T>, columns), shape.last - shape.c,
+      const ExchangedRows<Grid<T>> rows{gridOf(form.dst).Columns(group * kRow<T>, columns), shape.last - shape.c,
                                         shape.c};
       LoadTwiddled(shape.last, tables, group, rows, scratch);
       LastPassTo(shape.last, tables.reversed, scratch, to(group * kRow<T>, columns));

@@ -13,25 +13,13 @@
 #include <algorithm>
 #include <array>
 
+#include "transform/exact_sine.h"
+
 namespace orpsp {
 namespace {
 
 constexpr size_t kPoints = size_t{1} << kStaticSineOrder, kQuarter = kPoints / 4, kEighth = kPoints / 8;
-constexpr long double kTwoPi = 6.28318530717958647692528676655900577L;
-
-// x^odd / odd! - x^(odd + 2) / (odd + 2)! + ..., as the last factor shrinks: enough terms for |x| <= pi / 4.
-constexpr long double series(long double first, long double square, int factor) {
-  long double sum = 1;
-  for (int n = factor + 24; n >= factor; n -= 2) sum = 1 - sum * square / (n * (n + 1));
-  return first * sum;
-}
-
-// sin(2 pi k / 1024) in the first quarter, from angles of the first eighth.
-constexpr long double sineAt(size_t k) {
-  const bool isUpper = k > kEighth;
-  const long double x = kTwoPi * static_cast<long double>(isUpper ? kQuarter - k : k) / kPoints;
-  return isUpper ? series(1, x * x, 1) : series(x, x * x, 2);
-}
+constexpr long double sineAt(size_t k) { return exactSine(k, kStaticSineOrder); }
 
 // A number as the sum of its leading 26 bits and the rest.
 struct Split {

@@ -7,6 +7,7 @@
 #endif
 
 #include "transform/columns-inl.h"
+#include "transform/exact_sine.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -21,28 +22,11 @@ constexpr int kSmallOrder = HWY_MAX(kLanes<T> == 8 && sizeof(T) == 8 ? 6 : 5,
 
 // ---- Twiddle factors, computed by the compiler
 
-// sin(2 pi k / 2^order) for an angle of at most an eighth of the circle, and the cosine.
-constexpr long double smallSine(unsigned k, int order, bool isCosine) {
-  const long double angle = 6.283185307179586476925286766559L * k / (1u << order);
-  long double term = isCosine ? 1 : angle, sum = 0;
-  for (int n = isCosine ? 1 : 2; n < 40; n += 2) {
-    sum += term;
-    term *= -angle * angle / (n * (n + 1));
-  }
-  return sum;
-}
-// exp(-2 pi i k / 2^order), k below a quarter of the circle or at it.
-template <class T>
-constexpr Root<T> smallRootOfQuarter(unsigned k, int order) {
-  const unsigned quarter = 1u << (order - 2);
-  const bool isNear = 2 * k <= quarter;
-  const unsigned folded = isNear ? k : quarter - k;
-  return {static_cast<T>(smallSine(folded, order, isNear)), static_cast<T>(-smallSine(folded, order, !isNear))};
-}
+// exp(-2 pi i k / 2^order)
 template <class T>
 constexpr Root<T> smallRoot(unsigned k, int order) {
-  const unsigned quarter = 1u << (order - 2);
-  Root<T> w = smallRootOfQuarter<T>(k % quarter, order);
+  const unsigned quarter = 1u << (order - 2), rest = k % quarter;
+  Root<T> w{static_cast<T>(exactSine(quarter - rest, order)), static_cast<T>(-exactSine(rest, order))};
   for (unsigned turns = k / quarter % 4; turns > 0; --turns) w = {w.im, -w.re};
   return w;
 }
@@ -74,55 +58,6 @@ struct SmallTwiddles {
 };
 template <int order, class T>
 inline constexpr SmallTwiddles<order, T> kSmallTwiddles;
-
-// ---- Points at consecutive places of the caller's memory
-
-template <class T, bool isSwapped>
-struct Pairs {
-  static constexpr bool kIsSwapped = isSwapped;
-  T* p;
-  template <class D>
-  HWY_INLINE Points<hn::Vec<D>> Load(D d, size_t at) const {
-    Points<hn::Vec<D>> x;
-    if constexpr (hn::MaxLanes(d) == 1) {
-      x = {LoadAnywhere(d, p + 2 * at), LoadAnywhere(d, p + 2 * at + 1)};
-    } else {
-      x = LoadPairs(d, p + 2 * at);
-    }
-    if constexpr (isSwapped) return {x.im, x.re};
-    return x;
-  }
-  template <class D>
-  HWY_INLINE void Store(D d, Points<hn::Vec<D>> x, size_t at) const {
-    if constexpr (isSwapped) x = {x.im, x.re};
-    if constexpr (hn::MaxLanes(d) == 1) {
-      StoreAnywhere(d, x.re, p + 2 * at);
-      StoreAnywhere(d, x.im, p + 2 * at + 1);
-    } else {
-      StorePairs(d, x, p + 2 * at);
-    }
-  }
-};
-
-template <class T>
-struct Planes {
-  T *re, *im;
-  template <class D>
-  HWY_INLINE Points<hn::Vec<D>> Load(D d, size_t at) const {
-    return {LoadPart(d, re + at), LoadPart(d, im + at)};
-  }
-  template <class D>
-  HWY_INLINE void Store(D d, Points<hn::Vec<D>> x, size_t at) const {
-    StorePart(d, x.re, re + at);
-    StorePart(d, x.im, im + at);
-  }
-};
-
-template <bool isScaled, class V, class T>
-HWY_INLINE Points<V> MaybeScaled(Points<V> x, T factor) {
-  if constexpr (isScaled) return TimesReal(x, factor);
-  return x;
-}
 
 // ---- In vectors of pairs as they stand in memory: a column for each pair of a vector, in 4, 8 or 16 rows
 
@@ -191,7 +126,7 @@ HWY_INLINE void PackedTransform(const T* from, T* to, T factor) {
     TransposePairs<kColumns>(g);
     Butterfly<kColumns, P>([&](auto n) ORPSP_INLINED { return g[n]; },
                            [&](auto k, P value) ORPSP_INLINED {
-                             hn::StoreU(isScaled ? hn::Mul(value.pairs, hn::Set(d, factor)) : value.pairs, d,
+                             hn::StoreU(MaybeScaled<isScaled>(value, factor).pairs, d,
                                         to + 2 * (k * kRows + kColumns * group));
                            });
   });
@@ -230,20 +165,19 @@ template <bool isScaled, class T, bool isInverse>
 HWY_INLINE void EightPoints(const T* from, T* to, T factor) {
   constexpr hn::CappedTag<T, 8> d;
   using V = hn::Vec<decltype(d)>;
+  using P = Packed<V, isInverse>;
   const auto& constants = kEight<T, isInverse>;
   const V lower = hn::LoadU(d, from), upper = hn::LoadU(d, from + 8);
   const V even = hn::Add(lower, upper);
-  const V odd =
-      Times(Packed<V, isInverse>{hn::Sub(lower, upper)}, hn::Load(d, constants.re), hn::Load(d, constants.im)).pairs;
+  const V odd = Times(P{hn::Sub(lower, upper)}, hn::Load(d, constants.re), hn::Load(d, constants.im)).pairs;
   const auto addHalves = [&](V v) ORPSP_INLINED {
     return hn::MulAdd(v, hn::Load(d, constants.halves), Shuffled<OtherHalf>(v, v));
   };
   const V a = addHalves(Shuffled<EvenPairs>(even, odd)), b = addHalves(Shuffled<OddPairs>(even, odd));
   const V turned = Shuffled<PartsSwappedAbove>(b, b), turns = hn::Load(d, constants.turns);
-  const V f = hn::Set(d, isScaled ? factor : T{1});
-  const V first = hn::MulAdd(turned, turns, a), second = hn::NegMulAdd(turned, turns, a);
-  hn::StoreU(isScaled ? hn::Mul(first, f) : first, d, to);
-  hn::StoreU(isScaled ? hn::Mul(second, f) : second, d, to + 8);
+  const P first{hn::MulAdd(turned, turns, a)}, second{hn::NegMulAdd(turned, turns, a)};
+  hn::StoreU(MaybeScaled<isScaled>(first, factor).pairs, d, to);
+  hn::StoreU(MaybeScaled<isScaled>(second, factor).pairs, d, to + 8);
 }
 
 // ---- The transform
@@ -284,16 +218,13 @@ HWY_INLINE void SmallTransform(const From& from, const To& to, T factor) {
                                     x[k] = value;
                                   });
       Unrolled<kRows / kUsed>([&](auto v) ORPSP_INLINED {
-        V re[kUsed], im[kUsed];
-        Unrolled<kUsed>([&](auto i) ORPSP_INLINED {
-          re[i] = x[v * kUsed + pointOfLane<T>(i, kUsed)].re;
-          im[i] = x[v * kUsed + pointOfLane<T>(i, kUsed)].im;
-        });
-        Transpose(re);
-        Transpose(im);
-        Unrolled<kUsed>([&](auto i) ORPSP_INLINED {
-          row[group * kUsed + pointOfLane<T>(i, kUsed)][v] = {re[i], im[i]};
-        });
+        const auto at = [&](auto j) ORPSP_INLINED -> Points<V>& { return row[group * kUsed + j][v]; };
+        TransposePart(
+            d, [&](auto i) ORPSP_INLINED { return x[v * kUsed + i].re; },
+            [&](auto j, V re) ORPSP_INLINED { at(j).re = re; });
+        TransposePart(
+            d, [&](auto i) ORPSP_INLINED { return x[v * kUsed + i].im; },
+            [&](auto j, V im) ORPSP_INLINED { at(j).im = im; });
       });
     });
     Unrolled<kRows / kUsed>([&](auto v) ORPSP_INLINED {

@@ -1,0 +1,168 @@
+// FFTs of as many points as there is working memory for: 2^order = kRow x columns. The columns of kRow points are
+// transformed a vector of columns at a time, and transposed in registers; so that the rest are FFTs down the columns of
+// rows in working memory (columns-inl.h).
+#if defined(ORPSP_TRANSFORM_DIRECT_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef ORPSP_TRANSFORM_DIRECT_INL_H_
+#undef ORPSP_TRANSFORM_DIRECT_INL_H_
+#else
+#define ORPSP_TRANSFORM_DIRECT_INL_H_
+#endif
+
+#include "frame/parallel.h"
+#include "transform/columns-inl.h"
+#include "transform/fft_engine-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {
+
+template <class T>
+constexpr int columnsOrder(int order) {
+  return order - static_cast<int>(hwy::CeilLog2(kRow<T>));
+}
+
+// The twiddle factors between rows and columns, exp(-2 pi i k column / 2^order) for each vector of columns and row k >
+// 0. From kFirstProductOrder on they are products, so that they need not come through the caches: `table` has them for
+// the first vector of columns only, `coarse` one factor for each vector of columns and row.
+constexpr int kFirstProductOrder = 14;
+template <class T>
+struct BetweenTwiddles {
+  T *table, *coarse, *columns;  // those within the columns follow
+
+  BetweenTwiddles(int order, T* at) : table(at) {
+    constexpr size_t kPerVector = 2 * (kRow<T> - 1) * kLanes<T>;
+    const size_t vectors = (size_t{1} << columnsOrder<T>(order)) / kLanes<T>;
+    coarse = table + kPerVector * (order < kFirstProductOrder ? vectors : 1);
+    columns = coarse + (order < kFirstProductOrder ? 0 : 2 * (kRow<T> - 1) * vectors);
+  }
+};
+
+template <class T>
+void FillBetween(int order, const QuarterSine<T>& sine, const BetweenTwiddles<T>& between) {
+  constexpr size_t kUsed = kLanes<T>;
+  T* to = between.table;
+  for (size_t column = 0; to != between.coarse; column += kUsed)
+    for (size_t k = 1; k < kRow<T>; ++k, to += 2 * kUsed)
+      for (size_t lane = 0; lane < kUsed; ++lane) {
+        const auto w = root(sine, k * (column + pointOfLane<T>(lane, kUsed)), order);
+        to[lane] = w.re;
+        to[kUsed + lane] = w.im;
+      }
+  for (size_t column = 0; to != between.columns; column += kUsed)
+    for (size_t k = 1; k < kRow<T>; ++k) to = append(to, root(sine, k * column, order));
+}
+
+// The places of rows: in order, or one row on after each block of 2^blockOrder.
+struct InOrder {
+  HWY_INLINE size_t operator()(size_t column) const { return column; }
+};
+struct Skewed {
+  int blockOrder;
+  HWY_INLINE size_t operator()(size_t column) const { return column + (column >> blockOrder); }
+};
+
+// FFTs of columns of kRow points, a vector of columns at a time from group begin to end. Their results become rows, row
+// place(column) of `rows`.
+template <bool isProduct, class T, class From, class Rows, class Place>
+HWY_NOINLINE void IntoRows(const From from, size_t begin, size_t end, const BetweenTwiddles<T>& between,
+                           const Rows rows, const Place place) {
+  constexpr Lanes<T> d;
+  constexpr size_t kCount = kRow<T>, kUsed = kLanes<T>;
+  const T* HWY_RESTRICT twiddles = between.table;
+  const T* HWY_RESTRICT coarse = between.coarse + begin * 2 * (kCount - 1);
+  T* const HWY_RESTRICT re = rows.Re(0, 0);
+  T* const HWY_RESTRICT im = rows.Im(0, 0);
+  for (size_t group = begin; group < end; ++group) {
+    Points<Vector<T>> x[kCount];
+    const From source = from.From(0, group);
+    Butterfly<kCount, Points<Vector<T>>>([&](auto n) ORPSP_INLINED { return source.Load(n); },
+                                         [&](auto k, Points<Vector<T>> value) ORPSP_INLINED {
+                                           if constexpr (k > 0) {
+                                             const T* const at = twiddles + 2 * kUsed * (k - 1);
+                                             Points<Vector<T>> w = {hn::LoadU(d, at), hn::LoadU(d, at + kUsed)};
+                                             if constexpr (isProduct)
+                                               w = Times(w, hn::Set(d, coarse[2 * k - 2]),
+                                                         hn::Set(d, coarse[2 * k - 1]));
+                                             value = Times(value, w);
+                                           }
+                                           x[k] = value;
+                                         });
+    if constexpr (isProduct) {
+      coarse += 2 * (kCount - 1);
+    } else {
+      twiddles += 2 * kUsed * (kCount - 1);
+    }
+    Unrolled<kRowVectors<T>>([&](auto v) ORPSP_INLINED {
+      TransposePart(
+          d, [&](auto i) ORPSP_INLINED { return x[v * kUsed + i].re; },
+          [&](auto j, Vector<T> part)
+              ORPSP_INLINED { hn::StoreU(part, d, re + rows.At(place(group * kUsed + j), v)); });
+      TransposePart(
+          d, [&](auto i) ORPSP_INLINED { return x[v * kUsed + i].im; },
+          [&](auto j, Vector<T> part)
+              ORPSP_INLINED { hn::StoreU(part, d, im + rows.At(place(group * kUsed + j), v)); });
+    });
+  }
+}
+
+constexpr int kFirstSharedOrder = 16;  // by threads, which cost some microseconds for each pass
+
+// Calls work(thread, threads) on each of `threads`; alone, without a call.
+template <class Work>
+HWY_INLINE void Share(int threads, const Work& work) {
+  if (HWY_LIKELY(threads < 2)) {
+    work(0, 1);
+  } else {
+    onThreads(threads, [&](int thread, int team) HWY_ATTR { work(thread, team); });
+  }
+}
+
+// From kFirstProductOrder on blocks of the first pass begin one row further apart than they are long, so that the rows
+// of its butterflies are not in the same set of the caches. (Up to order 12 there would be no memory for that.)
+template <class T, class Form, class To>
+HWY_INLINE void Direct(const ComplexCall<T>& call, const Form& form, const To& to) {
+  T* const work = static_cast<T*>(call.work);
+  const int order = columnsOrder<T>(call.order);
+  const size_t columns = size_t{1} << order;
+  const BetweenTwiddles<T> between(call.order, const_cast<T*>(call.twiddles));
+  const Radices radices(order);
+  const int blockOrder = radices.count > 1 ? order - radices.Of(0) : order;
+  const size_t block = size_t{1} << blockOrder, distance = block + (call.order < kFirstProductOrder ? 0 : 1);
+
+  const int threads = call.order < kFirstSharedOrder ? 1 : grantedThreads();
+
+  Share(threads, [&](int thread, int team) ORPSP_INLINED {
+    const size_t groups = columns / kLanes<T>, begin = partBegin(groups, thread, team);
+    const size_t end = partBegin(groups, thread + 1, team);
+    if (call.order < kFirstProductOrder) {
+      IntoRows<false, T>(form.From(0, columns), begin, end, between, workRows(work), InOrder{});
+    } else {
+      IntoRows<true, T>(form.From(0, columns), begin, end, between, workRows(work), Skewed{blockOrder});
+    }
+  });
+  if (radices.count > 1) {
+    withRadix<kLeastRadix>(radices.Of(0), [&](auto radix) ORPSP_INLINED {
+      Share(threads, [&](int thread, int team) ORPSP_INLINED {
+        const size_t begin = partBegin(block, thread, team), end = partBegin(block, thread + 1, team);
+        Pass<radix, Twiddles::kAfter, T>(workRows(work), workRows(work), distance, begin, end, between.columns);
+      });
+    });
+  }
+  // The rest block by block, while a block is in the nearer caches.
+  Share(threads, [&](int thread, int team) ORPSP_INLINED {
+    const size_t blocks = columns >> blockOrder;
+    for (size_t at = partBegin(blocks, thread, team); at < partBegin(blocks, thread + 1, team); ++at) {
+      T* const rows = workRows(work).From(at * distance, 0).p;
+      if (radices.count > 2) MiddlePasses(order, between.columns, rows);
+      LastPassTo(order, call.reversed, rows, to(0, kRow<T>), at * block, (at + 1) * block);
+    }
+  });
+}
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#endif  // include guard

@@ -1,0 +1,128 @@
+// FFTs from one array to another without working memory: as Direct, but the rows go to the destination, in the order
+// from which passes that decimate in time arrive at the right one. Every pass but the last stays within a part of the
+// rows that the second-level cache holds.
+#if defined(ORPSP_TRANSFORM_SCATTER_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef ORPSP_TRANSFORM_SCATTER_INL_H_
+#undef ORPSP_TRANSFORM_SCATTER_INL_H_
+#else
+#define ORPSP_TRANSFORM_SCATTER_INL_H_
+#endif
+
+#include "transform/direct-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {
+
+// The first order without working memory for all points.
+template <class T>
+constexpr int kFirstLargeOrder = sizeof(T) == 4 ? 18 : 17;
+
+// Where the tables have room for it, and where sweeps over columns are slower.
+template <class T>
+constexpr bool usesScatter(int order) {
+  return kLanes<T> >= 4 && order >= kFirstLargeOrder<T> && order <= 20;
+}
+
+template <class T>
+struct ScatterTables {
+  BetweenTwiddles<T> between;
+  T* passes;       // those of each pass, the first pass's first
+  int32_t* place;  // within its part, of a row
+  int rowsOrder, lastOrder;
+
+  ScatterTables(int order, T* at)
+      : between(order, at),
+        passes(between.columns),
+        rowsOrder(columnsOrder<T>(order)),
+        lastOrder(Radices(rowsOrder).Last()) {
+    place = reinterpret_cast<int32_t*>(passes + (size_t{2} << rowsOrder));
+  }
+};
+
+// Parts by the last digit of the column, and within a part by the table.
+struct Scattered {
+  const int32_t* place;
+  int partOrder, lastOrder;
+  HWY_INLINE size_t operator()(size_t column) const {
+    const size_t part = column & ((size_t{1} << lastOrder) - 1);
+    return (part << partOrder) + static_cast<size_t>(place[column >> lastOrder]);
+  }
+};
+
+template <class T, class Form, class To>
+HWY_INLINE void Scatter(const ComplexCall<T>& call, const Form& form, T* tablesMemory, const To& to) {
+  const ScatterTables<T> tables(call.order, tablesMemory);
+  const int rowsOrder = tables.rowsOrder, lastOrder = tables.lastOrder, partOrder = rowsOrder - lastOrder;
+  const size_t rows = size_t{1} << rowsOrder, parts = size_t{1} << lastOrder, part = size_t{1} << partOrder;
+  const int threads = grantedThreads();
+  const Grid<T> between = gridOf(form.dst).Columns(0, kRow<T>);
+
+  onThreads(threads, [&](int thread, int team) HWY_ATTR {
+    const size_t groups = rows / kLanes<T>;
+    IntoRows<true, T>(form.From(0, rows), partBegin(groups, thread, team), partBegin(groups, thread + 1, team),
+                      tables.between, between, Scattered{tables.place, partOrder, lastOrder});
+  });
+  onThreads(threads, [&](int thread, int team) HWY_ATTR {
+    const Radices radices(rowsOrder);
+    for (size_t at = partBegin(parts, thread, team); at < partBegin(parts, thread + 1, team); ++at) {
+      const Grid<T> of = between.From(at << partOrder, 0);
+      const T* twiddles = tables.passes;
+      int done = 0;
+      for (int pass = 0; pass + 1 < radices.count; ++pass) {
+        const int radixOrder = radices.Of(pass);
+        const size_t m = size_t{1} << done, blocks = part >> (done + radixOrder);
+        withRadix<kLeastRadix>(radixOrder, [&](auto radix) ORPSP_INLINED {
+          if (m == 1) {
+            Pass<radix, Twiddles::kNone>(of, of, m, 0, m, twiddles, blocks);
+          } else {
+            Pass<radix, Twiddles::kBefore>(of, of, m, 0, m, twiddles, blocks);
+          }
+        });
+        done += radixOrder;
+        twiddles += (size_t{2} << done) - 2 * m;
+      }
+    }
+  });
+  const T* const twiddles = tables.passes + 2 * (part - 1);
+  onThreads(threads, [&](int thread, int team) HWY_ATTR {
+    withRadix<kLeastLastRadix>(lastOrder, [&](auto radix) ORPSP_INLINED {
+      Pass<radix, Twiddles::kBefore>(between, to(0, kRow<T>), part, partBegin(part, thread, team),
+                                     partBegin(part, thread + 1, team), twiddles);
+    });
+  });
+}
+
+template <class T>
+void FillScatter(int order, const QuarterSine<T>& sine, T* memory) {
+  const ScatterTables<T> tables(order, memory);
+  FillBetween(order, sine, tables.between);
+  const Radices radices(tables.rowsOrder);
+  T* to = tables.passes;
+  int done = 0;
+  for (int pass = 0; pass < radices.count; ++pass) {
+    done += radices.Of(pass);
+    to = appendPass(to, done, radices.Of(pass), sine);
+  }
+  // The lowest digit of a row within its part (of the radix of the last pass but one) is the highest of its place.
+  const int partOrder = tables.rowsOrder - tables.lastOrder;
+  for (size_t row = 0; row < size_t{1} << partOrder; ++row) {
+    size_t rest = row, place = 0;
+    int left = partOrder;
+    for (int pass = radices.count - 2; pass >= 0; --pass) {
+      const int digit = radices.Of(pass);
+      left -= digit;
+      place += (rest & ((size_t{1} << digit) - 1)) << left;
+      rest >>= digit;
+    }
+    tables.place[row] = static_cast<int32_t>(place);
+  }
+}
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#endif  // include guard
