@@ -14,11 +14,9 @@ namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
 
-// The largest order that has too few points for Direct or is quicker here; at least 5, since orders 0 to 5 have no
-// tables.
+// The largest order that is quicker here, or has too few points for Direct.
 template <class T>
-constexpr int kSmallOrder = HWY_MAX(kLanes<T> == 8 && sizeof(T) == 8 ? 6 : 5,
-                                    static_cast<int>(hwy::CeilLog2(kRow<T>* kLanes<T>)) - 1);
+constexpr int kSmallOrder = HWY_TARGET == HWY_SSSE3 ? 7 : 8;
 
 // ---- Twiddle factors, computed by the compiler
 
@@ -187,6 +185,16 @@ inline constexpr bool kIsPairs = false;
 template <class T, bool isSwapped>
 inline constexpr bool kIsPairs<Pairs<const T, isSwapped>> = true;
 
+// Calls f(i) for i < count. Loops are unrolled where there is little to do.
+template <int order, size_t count, class F>
+HWY_INLINE void Repeat(const F& f) {
+  if constexpr (order <= 5) {
+    Unrolled<count>(f);
+  } else {
+    for (size_t i = 0; i < count; ++i) f(i);
+  }
+}
+
 template <int order, bool isScaled, class T, class From, class To>
 HWY_INLINE void SmallTransform(const From& from, const To& to, T factor) {
   if constexpr (kIsPairs<From> && kHasFourPairs<T> && order == 3) {
@@ -206,7 +214,7 @@ HWY_INLINE void SmallTransform(const From& from, const To& to, T factor) {
     using V = hn::Vec<decltype(d)>;
 
     Points<V> row[kColumns][kRows / kUsed];  // column by column, row k in lane and vector
-    Unrolled<kColumns / kUsed>([&](auto group) ORPSP_INLINED {
+    Repeat<order, kColumns / kUsed>([&](auto group) ORPSP_INLINED {
       Points<V> x[kRows];
       Butterfly<kRows, Points<V>>([&](auto n) ORPSP_INLINED { return from.Load(d, n * kColumns + group * kUsed); },
                                   [&](auto k, Points<V> value) ORPSP_INLINED {
@@ -227,7 +235,7 @@ HWY_INLINE void SmallTransform(const From& from, const To& to, T factor) {
             [&](auto j, V im) ORPSP_INLINED { at(j).im = im; });
       });
     });
-    Unrolled<kRows / kUsed>([&](auto v) ORPSP_INLINED {
+    Repeat<order, kRows / kUsed>([&](auto v) ORPSP_INLINED {
       Butterfly<kColumns, Points<V>>([&](auto n) ORPSP_INLINED { return row[n][v]; },
                                      [&](auto k, Points<V> value) ORPSP_INLINED {
                                        to.Store(d, MaybeScaled<isScaled>(value, factor), k * kRows + v * kUsed);
