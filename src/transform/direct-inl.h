@@ -1,6 +1,6 @@
-// FFTs of as many points as there is working memory for: 2^order = kRow x columns. The columns of kRow points are
-// transformed a vector of columns at a time, and transposed in registers; so that the rest are FFTs down the columns of
-// rows in working memory (columns-inl.h).
+// FFTs of as many points as there is working memory for: 2^order = R x columns. The columns of R points are transformed
+// a vector of columns at a time, and transposed in registers; so that the rest are FFTs down the columns of rows in
+// working memory (columns-inl.h). R is kRow, or twice as many; then the upper halves of the rows come after the lower.
 #if defined(ORPSP_TRANSFORM_DIRECT_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef ORPSP_TRANSFORM_DIRECT_INL_H_
 #undef ORPSP_TRANSFORM_DIRECT_INL_H_
@@ -17,40 +17,59 @@ namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
 
+constexpr int kFirstProductOrder = 14;
+
+// log2 R: that of kRow, but for one more where this saves a pass over more points than the nearer caches hold. (In
+// double precision it was slower: sixteen rows of the result, of two lines each, meet in few sets of the caches.)
+template <class T>
+constexpr bool kMayHalve = sizeof(T) == 4 && 2 * kRow<T> <= size_t{1} << kLargestRadix;
+template <class T>
+constexpr int firstOrder(int order) {
+  constexpr int kRowOrder = static_cast<int>(hwy::CeilLog2(kRow<T>));
+  return kRowOrder + (kMayHalve<T> && order >= kFirstProductOrder && (order - kRowOrder) % kLargestRadix == 1);
+}
 template <class T>
 constexpr int columnsOrder(int order) {
-  return order - static_cast<int>(hwy::CeilLog2(kRow<T>));
+  return order - firstOrder<T>(order);
+}
+// Calls f with R as a constant.
+template <class T, class F>
+HWY_INLINE void withFirstCount(int order, const F& f) {
+  if constexpr (kMayHalve<T>) {
+    if (size_t{1} << firstOrder<T>(order) > kRow<T>) return f(std::integral_constant<size_t, 2 * kRow<T>>{});
+  }
+  f(std::integral_constant<size_t, kRow<T>>{});
 }
 
 // The twiddle factors between rows and columns, exp(-2 pi i k column / 2^order) for each vector of columns and row k >
 // 0. From kFirstProductOrder on they are products, so that they need not come through the caches: `table` has them for
 // the first vector of columns only, `coarse` one factor for each vector of columns and row.
-constexpr int kFirstProductOrder = 14;
 template <class T>
 struct BetweenTwiddles {
   T *table, *coarse, *columns;  // those within the columns follow
 
   BetweenTwiddles(int order, T* at) : table(at) {
-    constexpr size_t kPerVector = 2 * (kRow<T> - 1) * kLanes<T>;
+    const size_t factors = (size_t{2} << firstOrder<T>(order)) - 2;
     const size_t vectors = (size_t{1} << columnsOrder<T>(order)) / kLanes<T>;
-    coarse = table + kPerVector * (order < kFirstProductOrder ? vectors : 1);
-    columns = coarse + (order < kFirstProductOrder ? 0 : 2 * (kRow<T> - 1) * vectors);
+    coarse = table + factors * kLanes<T> * (order < kFirstProductOrder ? vectors : 1);
+    columns = coarse + (order < kFirstProductOrder ? 0 : factors * vectors);
   }
 };
 
 template <class T>
 void FillBetween(int order, const QuarterSine<T>& sine, const BetweenTwiddles<T>& between) {
   constexpr size_t kUsed = kLanes<T>;
+  const size_t rows = size_t{1} << firstOrder<T>(order);
   T* to = between.table;
   for (size_t column = 0; to != between.coarse; column += kUsed)
-    for (size_t k = 1; k < kRow<T>; ++k, to += 2 * kUsed)
+    for (size_t k = 1; k < rows; ++k, to += 2 * kUsed)
       for (size_t lane = 0; lane < kUsed; ++lane) {
         const auto w = root(sine, k * (column + pointOfLane<T>(lane, kUsed)), order);
         to[lane] = w.re;
         to[kUsed + lane] = w.im;
       }
   for (size_t column = 0; to != between.columns; column += kUsed)
-    for (size_t k = 1; k < kRow<T>; ++k) to = append(to, root(sine, k * column, order));
+    for (size_t k = 1; k < rows; ++k) to = append(to, root(sine, k * column, order));
 }
 
 // The places of rows: in order, or one row on after each block of 2^blockOrder.
@@ -62,13 +81,26 @@ struct Skewed {
   HWY_INLINE size_t operator()(size_t column) const { return column + (column >> blockOrder); }
 };
 
-// FFTs of columns of kRow points, a vector of columns at a time from group begin to end. Their results become rows, row
-// place(column) of `rows`.
-template <bool isProduct, class T, class From, class Rows, class Place>
+// Rows of twice kRow points in working memory, the upper halves `distance` rows after the lower ones.
+template <class T>
+struct HalvedRows {
+  WorkRows<T> rows;
+  size_t distance;
+
+  HWY_INLINE size_t At(size_t row, size_t v) const {
+    return rows.At(row + v / kRowVectors<T> * distance, v % kRowVectors<T>);
+  }
+  HWY_INLINE T* Re(size_t row, size_t v) const { return rows.Re(row, v); }
+  HWY_INLINE T* Im(size_t row, size_t v) const { return rows.Im(row, v); }
+};
+
+// FFTs of columns of kCount points, a vector of columns at a time from group begin to end. Their results become rows of
+// kCount points, row place(column) of `rows`.
+template <bool isProduct, size_t kCount, class T, class From, class Rows, class Place>
 HWY_NOINLINE void IntoRows(const From from, size_t begin, size_t end, const BetweenTwiddles<T>& between,
                            const Rows rows, const Place place) {
   constexpr Lanes<T> d;
-  constexpr size_t kCount = kRow<T>, kUsed = kLanes<T>;
+  constexpr size_t kUsed = kLanes<T>;
   const T* HWY_RESTRICT twiddles = between.table;
   const T* HWY_RESTRICT coarse = between.coarse + begin * 2 * (kCount - 1);
   T* const HWY_RESTRICT re = rows.Re(0, 0);
@@ -93,15 +125,14 @@ HWY_NOINLINE void IntoRows(const From from, size_t begin, size_t end, const Betw
     } else {
       twiddles += 2 * kUsed * (kCount - 1);
     }
-    Unrolled<kRowVectors<T>>([&](auto v) ORPSP_INLINED {
+    Unrolled<kCount / kUsed>([&](auto v) ORPSP_INLINED {
+      const auto at = [&](auto j) ORPSP_INLINED { return rows.At(place(group * kUsed + j), v); };
       TransposePart(
           d, [&](auto i) ORPSP_INLINED { return x[v * kUsed + i].re; },
-          [&](auto j, Vector<T> part)
-              ORPSP_INLINED { hn::StoreU(part, d, re + rows.At(place(group * kUsed + j), v)); });
+          [&](auto j, Vector<T> part) ORPSP_INLINED { hn::StoreU(part, d, re + at(j)); });
       TransposePart(
           d, [&](auto i) ORPSP_INLINED { return x[v * kUsed + i].im; },
-          [&](auto j, Vector<T> part)
-              ORPSP_INLINED { hn::StoreU(part, d, im + rows.At(place(group * kUsed + j), v)); });
+          [&](auto j, Vector<T> part) ORPSP_INLINED { hn::StoreU(part, d, im + at(j)); });
     });
   }
 }
@@ -120,8 +151,9 @@ HWY_INLINE void Share(int threads, const Work& work) {
 
 // From kFirstProductOrder on blocks of the first pass begin one row further apart than they are long, so that the rows
 // of its butterflies are not in the same set of the caches. (Up to order 12 there would be no memory for that.)
-template <class T, class Form, class To>
-HWY_INLINE void Direct(const ComplexCall<T>& call, const Form& form, const To& to) {
+template <size_t kCount, class T, class Form, class To>
+HWY_INLINE void DirectFrom(const ComplexCall<T>& call, const Form& form, const To& to) {
+  constexpr size_t kHalves = kCount / kRow<T>;
   T* const work = static_cast<T*>(call.work);
   const int order = columnsOrder<T>(call.order);
   const size_t columns = size_t{1} << order;
@@ -129,35 +161,43 @@ HWY_INLINE void Direct(const ComplexCall<T>& call, const Form& form, const To& t
   const Radices radices(order);
   const int blockOrder = radices.count > 1 ? order - radices.Of(0) : order;
   const size_t block = size_t{1} << blockOrder, distance = block + (call.order < kFirstProductOrder ? 0 : 1);
+  const size_t blocks = columns >> blockOrder, half = blocks * distance;
+  const HalvedRows<T> rows{workRows(work), half};
 
   const int threads = call.order < kFirstSharedOrder ? 1 : grantedThreads();
 
   Share(threads, [&](int thread, int team) ORPSP_INLINED {
     const size_t groups = columns / kLanes<T>, begin = partBegin(groups, thread, team);
     const size_t end = partBegin(groups, thread + 1, team);
-    if (call.order < kFirstProductOrder) {
-      IntoRows<false, T>(form.From(0, columns), begin, end, between, workRows(work), InOrder{});
+    if (kHalves == 1 && call.order < kFirstProductOrder) {
+      IntoRows<false, kCount, T>(form.From(0, columns), begin, end, between, rows, InOrder{});
     } else {
-      IntoRows<true, T>(form.From(0, columns), begin, end, between, workRows(work), Skewed{blockOrder});
+      IntoRows<true, kCount, T>(form.From(0, columns), begin, end, between, rows, Skewed{blockOrder});
     }
   });
   if (radices.count > 1) {
     withRadix<kLeastRadix>(radices.Of(0), [&](auto radix) ORPSP_INLINED {
       Share(threads, [&](int thread, int team) ORPSP_INLINED {
         const size_t begin = partBegin(block, thread, team), end = partBegin(block, thread + 1, team);
-        Pass<radix, Twiddles::kAfter, T>(workRows(work), workRows(work), distance, begin, end, between.columns);
+        Pass<radix, Twiddles::kAfter, T>(workRows(work), workRows(work), distance, begin, end, between.columns,
+                                         kHalves);
       });
     });
   }
-  // The rest block by block, while a block is in the nearer caches.
+  // The rest block by block, while a block is in the nearer caches, lower and upper half by turns.
   Share(threads, [&](int thread, int team) ORPSP_INLINED {
-    const size_t blocks = columns >> blockOrder;
-    for (size_t at = partBegin(blocks, thread, team); at < partBegin(blocks, thread + 1, team); ++at) {
-      T* const rows = workRows(work).From(at * distance, 0).p;
-      if (radices.count > 2) MiddlePasses(order, between.columns, rows);
-      LastPassTo(order, call.reversed, rows, to(0, kRow<T>), at * block, (at + 1) * block);
+    for (size_t i = partBegin(blocks * kHalves, thread, team); i < partBegin(blocks * kHalves, thread + 1, team); ++i) {
+      const size_t at = i / kHalves, which = i % kHalves;
+      T* const begin = workRows(work).From(which * half + at * distance, 0).p;
+      if (radices.count > 2) MiddlePasses(order, between.columns, begin);
+      LastPassTo(order, call.reversed, begin, to(which * kRow<T>, kCount), at * block, (at + 1) * block);
     }
   });
+}
+
+template <class T, class Form, class To>
+HWY_INLINE void Direct(const ComplexCall<T>& call, const Form& form, const To& to) {
+  withFirstCount<T>(call.order, [&](auto count) ORPSP_INLINED { DirectFrom<count>(call, form, to); });
 }
 
 }  // namespace

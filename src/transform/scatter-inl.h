@@ -51,23 +51,24 @@ struct Scattered {
   }
 };
 
-template <class T, class Form, class To>
-HWY_INLINE void Scatter(const ComplexCall<T>& call, const Form& form, T* tablesMemory, const To& to) {
+template <size_t kCount, class T, class Form, class To>
+HWY_INLINE void ScatterFrom(const ComplexCall<T>& call, const Form& form, T* tablesMemory, const To& to) {
+  constexpr size_t kHalves = kCount / kRow<T>;
   const ScatterTables<T> tables(call.order, tablesMemory);
   const int rowsOrder = tables.rowsOrder, lastOrder = tables.lastOrder, partOrder = rowsOrder - lastOrder;
   const size_t rows = size_t{1} << rowsOrder, parts = size_t{1} << lastOrder, part = size_t{1} << partOrder;
   const int threads = grantedThreads();
-  const Grid<T> between = gridOf(form.dst).Columns(0, kRow<T>);
+  const auto between = [&](size_t half) HWY_ATTR { return gridOf(form.dst).Columns(half * kRow<T>, kCount); };
 
   onThreads(threads, [&](int thread, int team) HWY_ATTR {
     const size_t groups = rows / kLanes<T>;
-    IntoRows<true, T>(form.From(0, rows), partBegin(groups, thread, team), partBegin(groups, thread + 1, team),
-                      tables.between, between, Scattered{tables.place, partOrder, lastOrder});
+    IntoRows<true, kCount, T>(form.From(0, rows), partBegin(groups, thread, team), partBegin(groups, thread + 1, team),
+                              tables.between, between(0), Scattered{tables.place, partOrder, lastOrder});
   });
   onThreads(threads, [&](int thread, int team) HWY_ATTR {
     const Radices radices(rowsOrder);
-    for (size_t at = partBegin(parts, thread, team); at < partBegin(parts, thread + 1, team); ++at) {
-      const Grid<T> of = between.From(at << partOrder, 0);
+    for (size_t i = partBegin(parts * kHalves, thread, team); i < partBegin(parts * kHalves, thread + 1, team); ++i) {
+      const Grid<T> of = between(i % kHalves).From(i / kHalves << partOrder, 0);
       const T* twiddles = tables.passes;
       int done = 0;
       for (int pass = 0; pass + 1 < radices.count; ++pass) {
@@ -87,11 +88,17 @@ HWY_INLINE void Scatter(const ComplexCall<T>& call, const Form& form, T* tablesM
   });
   const T* const twiddles = tables.passes + 2 * (part - 1);
   onThreads(threads, [&](int thread, int team) HWY_ATTR {
+    const size_t begin = partBegin(part, thread, team), end = partBegin(part, thread + 1, team);
     withRadix<kLeastLastRadix>(lastOrder, [&](auto radix) ORPSP_INLINED {
-      Pass<radix, Twiddles::kBefore>(between, to(0, kRow<T>), part, partBegin(part, thread, team),
-                                     partBegin(part, thread + 1, team), twiddles);
+      for (size_t half = 0; half < kHalves; ++half)
+        Pass<radix, Twiddles::kBefore>(between(half), to(half * kRow<T>, kCount), part, begin, end, twiddles);
     });
   });
+}
+
+template <class T, class Form, class To>
+HWY_INLINE void Scatter(const ComplexCall<T>& call, const Form& form, T* tables, const To& to) {
+  withFirstCount<T>(call.order, [&](auto count) ORPSP_INLINED { ScatterFrom<count>(call, form, tables, to); });
 }
 
 template <class T>
