@@ -20,6 +20,7 @@
 
 #include "simd/element.h"
 #include "simd/unrolled-inl.h"
+#include "transform/exact_sine.h"
 #include "transform/sine.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -175,15 +176,46 @@ struct Pairs {
       StorePairs(d, x, p + 2 * at);
     }
   }
+  // A vector of pairs as they stand there: its parts are exchanged if isSwapped.
+  template <class D>
+  HWY_INLINE hn::Vec<D> LoadPacked(D d, size_t at) const {
+    return hn::LoadU(d, p + 2 * at);
+  }
+  template <class D>
+  HWY_INLINE void StorePacked(D d, hn::Vec<D> pairs, size_t at) const {
+    hn::StoreU(pairs, d, p + 2 * at);
+  }
   HWY_INLINE Pairs From(size_t at) const { return {p + 2 * at}; }
   bool IsAt(const Pairs<Element, isSwapped>& other) const { return p == other.p; }
 };
 
 // Two arrays.
+struct JoinedParts {  // of a vector of real parts and then imaginary parts
+  static constexpr size_t pick(size_t i, size_t lanes) { return i / 2 + i % 2 * lanes / 2; }
+};
+struct PartedPairs {
+  static constexpr size_t pick(size_t i, size_t lanes) { return 2 * (i % (lanes / 2)) + i / (lanes / 2); }
+};
 template <class T>
 struct Planes {
   using Element = std::remove_const_t<T>;
+  static constexpr bool kIsSwapped = false;
   T *re, *im;
+
+  // A vector of pairs.
+  template <class D>
+  HWY_INLINE hn::Vec<D> LoadPacked(D d, size_t at) const {
+    constexpr hn::Half<D> half;
+    const auto parts = hn::Combine(d, hn::LoadU(half, im + at), hn::LoadU(half, re + at));
+    return Shuffled<JoinedParts>(parts, parts);
+  }
+  template <class D>
+  HWY_INLINE void StorePacked(D, hn::Vec<D> pairs, size_t at) const {
+    constexpr hn::Half<D> half;
+    const auto parts = Shuffled<PartedPairs>(pairs, pairs);
+    hn::StoreU(hn::LowerHalf(half, parts), half, re + at);
+    hn::StoreU(hn::UpperHalf(half, parts), half, im + at);
+  }
 
   template <class D>
   HWY_INLINE Points<hn::Vec<D>> Load(D d, size_t at) const {
@@ -280,13 +312,17 @@ HWY_INLINE Points<V> TimesReal(Points<V> x, T factor) {
   return {hn::Mul(x.re, f), hn::Mul(x.im, f)};
 }
 
-// exp(-2 pi i k / 16), k < 8, as cosine, sine and the smaller of their quotients.
-constexpr double kCosines16[8] = {1, 0.92387953251128675613,  0.70710678118654752440,  0.38268343236508977173,
-                                  0, -0.38268343236508977173, -0.70710678118654752440, -0.92387953251128675613};
-constexpr double kSines16[8] = {0, 0.38268343236508977173, 0.70710678118654752440, 0.92387953251128675613,
-                                1, 0.92387953251128675613, 0.70710678118654752440, 0.38268343236508977173};
-constexpr double kQuotients16[8] = {0, 0.41421356237309504880,  1,  0.41421356237309504880,
-                                    0, -0.41421356237309504880, -1, -0.41421356237309504880};
+// exp(-2 pi i k / n), k < n / 2: cosine, sine and the smaller of their quotients.
+template <size_t k, size_t n>
+struct Turn {
+  static constexpr int kOrder = static_cast<int>(hwy::CeilLog2(n));
+  static constexpr bool isUpper = 4 * k > n;
+  static constexpr long double kSine = exactSine(isUpper ? n / 2 - k : k, kOrder);
+  static constexpr long double kCosine = (isUpper ? -1 : 1) * exactSine(isUpper ? k - n / 4 : n / 4 - k, kOrder);
+  static constexpr bool isCosineLarger = 8 * k <= n || 8 * k >= 3 * n;
+  static constexpr long double kQuotient = isCosineLarger ? kSine / kCosine : kCosine / kSine;
+  static constexpr long double kFactor = isCosineLarger ? kCosine : kSine;
+};
 
 // sum = e + w o and difference = e - w o for w = exp(-2 pi i k / radix). One quotient is taken out of w, so that six
 // fused operations do. [Linzer and Feig 1993]
@@ -301,24 +337,19 @@ HWY_INLINE void Combine(Points<V> e, Points<V> o, Points<V>& sum, Points<V>& dif
     sum = {hn::Add(e.re, o.im), hn::Sub(e.im, o.re)};
     difference = {hn::Sub(e.re, o.im), hn::Add(e.im, o.re)};
   } else {
-    constexpr size_t at = k * (16 / radix);
-    constexpr double c = kCosines16[at], s = kSines16[at], q = kQuotients16[at];
-    constexpr bool isCosineLarger = at <= 2 || at >= 6;
-    constexpr double factor = isCosineLarger ? c : s;
-    V p, r;  // w o = factor (p + i r)
-    if constexpr (q == 1) {
+    using W = Turn<k, radix>;
+    const V quotient = hn::Set(d, static_cast<T>(W::kQuotient)), f = hn::Set(d, static_cast<T>(W::kFactor));
+    V p, r;  // w o = f (p + i r)
+    if constexpr (W::kQuotient == 1) {
       p = hn::Add(o.re, o.im);
       r = hn::Sub(o.im, o.re);
-    } else if constexpr (isCosineLarger) {
-      const V quotient = hn::Set(d, static_cast<T>(q));
+    } else if constexpr (W::isCosineLarger) {
       p = hn::MulAdd(quotient, o.im, o.re);
       r = hn::NegMulAdd(quotient, o.re, o.im);
     } else {
-      const V quotient = hn::Set(d, static_cast<T>(q));
       p = hn::MulAdd(quotient, o.re, o.im);
       r = hn::MulSub(quotient, o.im, o.re);
     }
-    const V f = hn::Set(d, static_cast<T>(factor));
     sum = {hn::MulAdd(f, p, e.re), hn::MulAdd(f, r, e.im)};
     difference = {hn::NegMulAdd(f, p, e.re), hn::NegMulAdd(f, r, e.im)};
   }
@@ -369,14 +400,12 @@ HWY_INLINE void Combine(Packed<V, isInverse> e, Packed<V, isInverse> o, Packed<V
     sum = {hn::MulAdd(unit, swapped, e.pairs)};
     difference = {hn::NegMulAdd(unit, swapped, e.pairs)};
   } else {
-    constexpr size_t at = k * (16 / radix);
-    constexpr bool isCosineLarger = at <= 2 || at >= 6;
-    constexpr double q = sign * kQuotients16[at], factor = isCosineLarger ? kCosines16[at] : kSines16[at];
-    const V swapped = SwappedParts(o.pairs);
-    const V p = isCosineLarger ? hn::MulAdd(ByTurns<V>(q, -q), swapped, o.pairs)
-                               : hn::MulAdd(hn::Set(d, static_cast<T>(kQuotients16[at])), o.pairs,
-                                            hn::Mul(ByTurns<V>(sign, -sign), swapped));
-    const V f = hn::Set(d, static_cast<T>(factor));
+    using W = Turn<k, radix>;
+    constexpr double q = sign * static_cast<double>(W::kQuotient);
+    const V swapped = SwappedParts(o.pairs), f = hn::Set(d, static_cast<T>(W::kFactor));
+    const V p = W::isCosineLarger ? hn::MulAdd(ByTurns<V>(q, -q), swapped, o.pairs)
+                                  : hn::MulAdd(hn::Set(d, static_cast<T>(W::kQuotient)), o.pairs,
+                                               hn::Mul(ByTurns<V>(sign, -sign), swapped));
     sum = {hn::MulAdd(f, p, e.pairs)};
     difference = {hn::NegMulAdd(f, p, e.pairs)};
   }

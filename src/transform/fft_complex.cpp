@@ -52,9 +52,13 @@ HWY_INLINE PlaneForm<T> planeForm(bool isInverse, const T* srcRe, const T* srcIm
 
 // ---- The transform of any order
 
+// In registers if they take it.
+template <class Form>
+using Passed = std::conditional_t<sizeof(Form) <= 2 * sizeof(void*), const Form, const Form&>;
+
 // By order; with a status, so that a call can end in a jump to one of them.
 template <int order, bool isScaled, class Form>
-OrpStatus Small(Form form, typename Form::Real factor) {
+OrpStatus Small(Passed<Form> form, typename Form::Real factor) {
   SmallTransform<order, isScaled>(form.src, form.dst, factor);
   return StsOk;
 }
@@ -62,7 +66,7 @@ OrpStatus Small(Form form, typename Form::Real factor) {
 template <class Form>
 struct SmallTable {
   using T = typename Form::Real;
-  using Function = OrpStatus (*)(Form form, T factor);
+  using Function = OrpStatus (*)(Passed<Form> form, T factor);
   Function of[2][kSmallOrder<T> + 1];
 
   template <int... order>

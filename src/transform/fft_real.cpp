@@ -297,8 +297,8 @@ HWY_INLINE void FewToBins(const V (&x)[n], const Put& put, const PutEnds& putEnd
       if constexpr (j == 0) {
         odd[j] = {re, hn::Neg(minusIm)};
       } else {
-        const V cosine = hn::Set(d, static_cast<T>(kCosines16[16 / n * j]));
-        const V sine = hn::Set(d, static_cast<T>(kSines16[16 / n * j]));
+        const V cosine = hn::Set(d, static_cast<T>(Turn<j, n>::kCosine));
+        const V sine = hn::Set(d, static_cast<T>(Turn<j, n>::kSine));
         odd[j] = {hn::NegMulAdd(minusIm, sine, hn::Mul(re, cosine)), hn::NegMulSub(re, sine, hn::Mul(minusIm, cosine))};
       }
     });
@@ -339,8 +339,8 @@ HWY_INLINE void FewFromBins(const Get& get, const GetEnds& getEnds, V (&x)[n]) {
         odd[j] = hn::Add(re, re);
         odd[j + kQuarter] = hn::Neg(hn::Add(im, im));
       } else {
-        const V cosine = hn::Set(d, static_cast<T>(2 * kCosines16[16 / n * j]));
-        const V sine = hn::Set(d, static_cast<T>(2 * kSines16[16 / n * j]));
+        const V cosine = hn::Set(d, static_cast<T>(2 * Turn<j, n>::kCosine));
+        const V sine = hn::Set(d, static_cast<T>(2 * Turn<j, n>::kSine));
         odd[j] = hn::NegMulAdd(im, sine, hn::Mul(re, cosine));
         odd[j + kQuarter] = hn::NegMulSub(re, sine, hn::Mul(im, cosine));
       }

@@ -16,7 +16,7 @@ namespace {
 
 // The largest order that is quicker here, or has too few points for Direct.
 template <class T>
-constexpr int kSmallOrder = HWY_TARGET == HWY_SSSE3 ? 7 : 8;
+constexpr int kSmallOrder = HWY_TARGET == HWY_SSSE3 ? 7 : 9;
 
 // ---- Twiddle factors, computed by the compiler
 
@@ -59,14 +59,13 @@ inline constexpr SmallTwiddles<order, T> kSmallTwiddles;
 
 // ---- In vectors of pairs as they stand in memory: a column for each pair of a vector, in 4, 8 or 16 rows
 
-// Pairs of a vector: four, or eight of float in the widest vectors, where there are points enough.
+// Pairs of a vector: two or four, or eight of float in the widest vectors, where there are points enough.
 template <int order, class T>
-constexpr size_t kColumnsOfPairs = order >= 6 && kLanes<T> == 16 ? 8 : 4;
-template <class T>
-constexpr bool kHasFourPairs = kLanes<T> >= 8;
+constexpr size_t kColumnsOfPairs = order >= 6 && kLanes<T> == 16 ? 8 : HWY_MIN(kLanes<T> / 2, 4);
 // More rows than 16, or more than 8 of them in 16 registers, are better off as planes.
 template <class T>
 constexpr int kLargestPackedOrder = kLanes<T> == 16  ? 7
+                                    : kLanes<T> == 4 ? 3
                                     : sizeof(T) == 8 ? 6
                                                      : 5;
 
@@ -94,7 +93,9 @@ template <size_t count, class P>
 HWY_INLINE void TransposePairs(P* x) {
   using V = decltype(P::pairs);
   constexpr hn::DFromV<V> d;
-  if constexpr (sizeof(hn::TFromV<V>) == 8) {
+  if constexpr (sizeof(hn::TFromV<V>) == 8 && count == 2) {
+    TransposeBlocks(x[0].pairs, x[1].pairs);
+  } else if constexpr (sizeof(hn::TFromV<V>) == 8) {
     TransposeBlocks(x[0].pairs, x[1].pairs, x[2].pairs, x[3].pairs);
   } else {
     constexpr hn::RepartitionToWide<decltype(d)> wide;
@@ -105,13 +106,14 @@ HWY_INLINE void TransposePairs(P* x) {
   }
 }
 
-template <int order, bool isScaled, class T, bool isInverse>
-HWY_INLINE void PackedTransform(const T* from, T* to, T factor) {
+template <int order, bool isScaled, class T, class From, class To>
+HWY_INLINE void PackedTransform(const From& from, const To& to, T factor) {
+  constexpr bool isInverse = From::kIsSwapped;
   constexpr size_t kColumns = kColumnsOfPairs<order, T>, kRows = (size_t{1} << order) / kColumns;
   constexpr hn::CappedTag<T, 2 * kColumns> d;
   using P = Packed<hn::Vec<decltype(d)>, isInverse>;
   P x[kRows];
-  Butterfly<kRows, P>([&](auto n) ORPSP_INLINED { return P{hn::LoadU(d, from + 2 * kColumns * n)}; },
+  Butterfly<kRows, P>([&](auto n) ORPSP_INLINED { return P{from.LoadPacked(d, kColumns * n)}; },
                       [&](auto k, P value) ORPSP_INLINED {
                         if constexpr (k > 0) {
                           const T* const w = kPackedTwiddles<order, T, isInverse>.value + 4 * kColumns * (k - 1);
@@ -124,8 +126,8 @@ HWY_INLINE void PackedTransform(const T* from, T* to, T factor) {
     TransposePairs<kColumns>(g);
     Butterfly<kColumns, P>([&](auto n) ORPSP_INLINED { return g[n]; },
                            [&](auto k, P value) ORPSP_INLINED {
-                             hn::StoreU(MaybeScaled<isScaled>(value, factor).pairs, d,
-                                        to + 2 * (k * kRows + kColumns * group));
+                             to.StorePacked(d, MaybeScaled<isScaled>(value, factor).pairs,
+                                            k * kRows + kColumns * group);
                            });
   });
 }
@@ -159,13 +161,14 @@ struct EightConstants {
 template <class T, bool isInverse>
 inline constexpr EightConstants<T, isInverse> kEight;
 
-template <bool isScaled, class T, bool isInverse>
-HWY_INLINE void EightPoints(const T* from, T* to, T factor) {
+template <bool isScaled, class T, class From, class To>
+HWY_INLINE void EightPoints(const From& from, const To& to, T factor) {
+  constexpr bool isInverse = From::kIsSwapped;
   constexpr hn::CappedTag<T, 8> d;
   using V = hn::Vec<decltype(d)>;
   using P = Packed<V, isInverse>;
   const auto& constants = kEight<T, isInverse>;
-  const V lower = hn::LoadU(d, from), upper = hn::LoadU(d, from + 8);
+  const V lower = from.LoadPacked(d, 0), upper = from.LoadPacked(d, 4);
   const V even = hn::Add(lower, upper);
   const V odd = Times(P{hn::Sub(lower, upper)}, hn::Load(d, constants.re), hn::Load(d, constants.im)).pairs;
   const auto addHalves = [&](V v) ORPSP_INLINED {
@@ -174,16 +177,11 @@ HWY_INLINE void EightPoints(const T* from, T* to, T factor) {
   const V a = addHalves(Shuffled<EvenPairs>(even, odd)), b = addHalves(Shuffled<OddPairs>(even, odd));
   const V turned = Shuffled<PartsSwappedAbove>(b, b), turns = hn::Load(d, constants.turns);
   const P first{hn::MulAdd(turned, turns, a)}, second{hn::NegMulAdd(turned, turns, a)};
-  hn::StoreU(MaybeScaled<isScaled>(first, factor).pairs, d, to);
-  hn::StoreU(MaybeScaled<isScaled>(second, factor).pairs, d, to + 8);
+  to.StorePacked(d, MaybeScaled<isScaled>(first, factor).pairs, 0);
+  to.StorePacked(d, MaybeScaled<isScaled>(second, factor).pairs, 4);
 }
 
 // ---- The transform
-
-template <class From>
-inline constexpr bool kIsPairs = false;
-template <class T, bool isSwapped>
-inline constexpr bool kIsPairs<Pairs<const T, isSwapped>> = true;
 
 // Calls f(i) for i < count. Loops are unrolled where there is little to do.
 template <int order, size_t count, class F>
@@ -197,10 +195,10 @@ HWY_INLINE void Repeat(const F& f) {
 
 template <int order, bool isScaled, class T, class From, class To>
 HWY_INLINE void SmallTransform(const From& from, const To& to, T factor) {
-  if constexpr (kIsPairs<From> && kHasFourPairs<T> && order == 3) {
-    EightPoints<isScaled, T, From::kIsSwapped>(from.p, to.p, factor);
-  } else if constexpr (kIsPairs<From> && kHasFourPairs<T> && order >= 4 && order <= kLargestPackedOrder<T>) {
-    PackedTransform<order, isScaled, T, From::kIsSwapped>(from.p, to.p, factor);
+  if constexpr (kLanes<T> >= 8 && order == 3) {
+    EightPoints<isScaled>(from, to, factor);
+  } else if constexpr (kLanes<T> >= 4 && order >= 3 && order <= kLargestPackedOrder<T>) {
+    PackedTransform<order, isScaled>(from, to, factor);
   } else if constexpr (order < 4) {
     constexpr hn::CappedTag<T, 1> d;
     using V = hn::Vec<decltype(d)>;
