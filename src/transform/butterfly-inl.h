@@ -153,6 +153,7 @@ template <class T, bool isSwapped>
 struct Pairs {
   using Element = std::remove_const_t<T>;
   static constexpr bool kIsSwapped = isSwapped;
+  static constexpr int kArrays = 1;
   T* p;
 
   template <class D>
@@ -200,6 +201,7 @@ template <class T>
 struct Planes {
   using Element = std::remove_const_t<T>;
   static constexpr bool kIsSwapped = false;
+  static constexpr int kArrays = 2;
   T *re, *im;
 
   // A vector of pairs.

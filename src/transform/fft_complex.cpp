@@ -76,8 +76,8 @@ struct SmallTable {
 template <class Form>
 inline constexpr SmallTable<Form> kSmall{std::make_integer_sequence<int, kSmallOrder<typename Form::Real> + 1>{}};
 
-template <bool isScaled, class T, class Form>
-HWY_INLINE void Transform(const ComplexCall<T>& call, const Form& form) {
+template <bool isScaled, class T, class Source, class Destination>
+HWY_INLINE void Transform(const ComplexCall<T>& call, const Form<Source, Destination>& form) {
   const auto to = [&](size_t point, size_t step) ORPSP_INLINED {
     const auto rows = form.To(point, step);
     if constexpr (isScaled) {
@@ -86,19 +86,16 @@ HWY_INLINE void Transform(const ComplexCall<T>& call, const Form& form) {
       return rows;
     }
   };
-  if (call.order < kFirstLargeOrder<T>) {
-    Direct(call, form, to);
-  } else {
-    const LargeShape shape(call.order);
-    const LargeTables<T> tables(shape, const_cast<T*>(call.twiddles));
-    if constexpr (kLanes<T> >= 4) {
-      if (usesScatter<T>(call.order) && !form.IsInPlace()) return Scatter(call, form, tables.End(), to);
-    }
-    const LargeTeam team(2 * kRow<T> * sizeof(T) << shape.LongestColumns(), call.work, complexWorkBytes<T>(call.order));
-    FirstSweep(form, shape, tables, team);
-    if (shape.hasMiddleSweep) MiddleSweep(shape, tables.middle, team, gridOf(form.dst));
-    LastSweep(form, shape, tables.last, team, to);
+  if constexpr (kLanes<T> >= 4) {
+    if (usesScatter<T>(call.order, Destination::kArrays) && !form.IsInPlace()) return Scatter(call, form, to);
   }
+  if (call.order < kFirstLargeOrder<T>) return Direct(call, form, to);
+  const LargeShape shape(call.order);
+  const LargeTables<T> tables(shape, const_cast<T*>(call.twiddles));
+  const LargeTeam team(2 * kRow<T> * sizeof(T) << shape.LongestColumns(), call.work, complexWorkBytes<T>(call.order));
+  FirstSweep(form, shape, tables, team);
+  if (shape.hasMiddleSweep) MiddleSweep(shape, tables.middle, team, gridOf(form.dst));
+  LastSweep(form, shape, tables.last, team, to);
 }
 
 template <class T, class Form>
@@ -130,16 +127,15 @@ void TransformComplex(const ComplexCall<T>& call) {
 template <class T>
 void FillComplexTables(int order, const QuarterSine<T>& sine, T* twiddles, int32_t* reversed) {
   if (order <= kSmallOrder<T>) return;
-  if (order >= kFirstLargeOrder<T>) {
+  if (order < kFirstLargeOrder<T>) {
+    const BetweenTwiddles<T> between(order, twiddles);
+    FillBetween(order, sine, between);
+    FillColumnTwiddles(columnsOrder<T>(order), sine, between.columns);
+    FillReversed(columnsOrder<T>(order), reversed);
+  } else {
     FillLarge(order, sine, twiddles);
-    if (usesScatter<T>(order)) FillScatter(order, sine, LargeTables<T>(LargeShape(order), twiddles).End());
-    return;
   }
-
-  const BetweenTwiddles<T> between(order, twiddles);
-  FillBetween(order, sine, between);
-  FillColumnTwiddles(columnsOrder<T>(order), sine, between.columns);
-  FillReversed(columnsOrder<T>(order), reversed);
+  if (usesScatter<T>(order, 1)) FillScatter(order, sine, twiddles);
 }
 
 template void TransformComplex(const ComplexCall<float>& call);

@@ -9,6 +9,7 @@
 #endif
 
 #include "transform/direct-inl.h"
+#include "transform/large-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -19,10 +20,14 @@ namespace {
 template <class T>
 constexpr int kFirstLargeOrder = sizeof(T) == 4 ? 18 : 17;
 
-// Where the tables have room for it, and where sweeps over columns are slower.
+// Where the tables have room for it, and where sweeps over columns are slower. Pairs already from where working memory
+// would compete for the second-level cache, in the widest vectors or with rows in halves.
 template <class T>
-constexpr bool usesScatter(int order) {
-  return kLanes<T> >= 4 && order >= kFirstLargeOrder<T> && order <= 20;
+constexpr bool usesScatter(int order, int arrays) {
+  if (kLanes<T> < 4 || order > 20) return false;
+  if (order >= kFirstLargeOrder<T>) return true;
+  const bool isQuick = kLanes<T> * sizeof(T) == 64 || firstOrder<T>(order) > firstOrder<T>(order - 1);
+  return arrays == 1 && order >= kFirstLargeOrder<T> - 2 && isQuick;
 }
 
 template <class T>
@@ -32,11 +37,12 @@ struct ScatterTables {
   int32_t* place;  // within its part, of a row
   int rowsOrder, lastOrder;
 
-  ScatterTables(int order, T* at)
-      : between(order, at),
-        passes(between.columns),
+  // They follow those of transforms in place; of Direct's, the first part is the same and shared.
+  ScatterTables(int order, T* twiddles)
+      : between(order, order < kFirstLargeOrder<T> ? twiddles : LargeTables<T>(LargeShape(order), twiddles).End()),
         rowsOrder(columnsOrder<T>(order)),
         lastOrder(Radices(rowsOrder).Last()) {
+    passes = between.columns + (order < kFirstLargeOrder<T> ? size_t{2} << rowsOrder : 0);
     place = reinterpret_cast<int32_t*>(passes + (size_t{2} << rowsOrder));
   }
 };
@@ -52,9 +58,9 @@ struct Scattered {
 };
 
 template <size_t kCount, class T, class Form, class To>
-HWY_INLINE void ScatterFrom(const ComplexCall<T>& call, const Form& form, T* tablesMemory, const To& to) {
+HWY_INLINE void ScatterFrom(const ComplexCall<T>& call, const Form& form, const To& to) {
   constexpr size_t kHalves = kCount / kRow<T>;
-  const ScatterTables<T> tables(call.order, tablesMemory);
+  const ScatterTables<T> tables(call.order, const_cast<T*>(call.twiddles));
   const int rowsOrder = tables.rowsOrder, lastOrder = tables.lastOrder, partOrder = rowsOrder - lastOrder;
   const size_t rows = size_t{1} << rowsOrder, parts = size_t{1} << lastOrder, part = size_t{1} << partOrder;
   const int threads = grantedThreads();
@@ -97,14 +103,14 @@ HWY_INLINE void ScatterFrom(const ComplexCall<T>& call, const Form& form, T* tab
 }
 
 template <class T, class Form, class To>
-HWY_INLINE void Scatter(const ComplexCall<T>& call, const Form& form, T* tables, const To& to) {
-  withFirstCount<T>(call.order, [&](auto count) ORPSP_INLINED { ScatterFrom<count>(call, form, tables, to); });
+HWY_INLINE void Scatter(const ComplexCall<T>& call, const Form& form, const To& to) {
+  withFirstCount<T>(call.order, [&](auto count) ORPSP_INLINED { ScatterFrom<count>(call, form, to); });
 }
 
 template <class T>
-void FillScatter(int order, const QuarterSine<T>& sine, T* memory) {
-  const ScatterTables<T> tables(order, memory);
-  FillBetween(order, sine, tables.between);
+void FillScatter(int order, const QuarterSine<T>& sine, T* twiddles) {
+  const ScatterTables<T> tables(order, twiddles);
+  if (order >= kFirstLargeOrder<T>) FillBetween(order, sine, tables.between);
   const Radices radices(tables.rowsOrder);
   T* to = tables.passes;
   int done = 0;
