@@ -1,7 +1,6 @@
 #include "audio_file.h"
 
 #include <sndfile.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -139,44 +138,25 @@ size_t AudioReader::read(void* samples, size_t frames) {
   return static_cast<size_t>(count);
 }
 
-AudioWriter::AudioWriter(const std::string& path, AudioFormat format, SampleType type)
-    : path_(path), unfinished_(path + "." + std::to_string(getpid()) + ".part"), type_(type) {
-  std::error_code ignored;
-  if (const auto status = fs::status(path, ignored); fs::exists(status) && !fs::is_regular_file(status))
-    throw Failure("cannot write " + path + ": it is there and not a file");
+AudioWriter::AudioWriter(const std::string& path, AudioFormat format, SampleType type) : file_(path), type_(type) {
   SF_INFO info{};
   info.samplerate = format.rate;
   info.channels = format.channels;
   info.format = SF_FORMAT_WAV | wavFormat(type);
-  file_.reset(sf_open(unfinished_.c_str(), SFM_WRITE, &info));
-  if (!file_) {
-    std::error_code error;
-    fs::remove(unfinished_, error);
-    throw Failure("cannot write " + path + ": " + sf_strerror(nullptr));
-  }
+  audio_.reset(sf_open(file_.unfinished().c_str(), SFM_WRITE, &info));
+  if (!audio_) file_.fail(sf_strerror(nullptr));
   // It would hold the time of day: the same command would never write the same file twice.
-  sf_command(file_.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
-}
-
-AudioWriter::~AudioWriter() {
-  if (unfinished_.empty()) return;
-  file_.reset();
-  std::error_code ignored;
-  fs::remove(unfinished_, ignored);
+  sf_command(audio_.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
 }
 
 void AudioWriter::write(const void* samples, size_t count) {
   const auto bytes = static_cast<sf_count_t>(count) * bytesOf(type_);
-  if (sf_write_raw(file_.get(), samples, bytes) != bytes)
-    throw Failure("cannot write " + path_ + ": " + sf_strerror(file_.get()));
+  if (sf_write_raw(audio_.get(), samples, bytes) != bytes) file_.fail(sf_strerror(audio_.get()));
 }
 
 void AudioWriter::finish() {
-  std::error_code error;
-  if (sf_close(file_.release()) != 0) throw Failure("cannot write " + path_);
-  fs::rename(unfinished_, path_, error);
-  if (error) throw Failure("cannot write " + path_ + ": " + error.message());
-  unfinished_.clear();
+  if (sf_close(audio_.release()) != 0) file_.fail("it could not be closed");
+  file_.finish();
 }
 
 }  // namespace wavtool

@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+#include "new_file.h"
+
 struct sf_private_tag;
 
 namespace wavtool {
@@ -63,16 +65,13 @@ class AudioReader {
 class AudioWriter {
  public:
   AudioWriter(const std::string& path, AudioFormat format, SampleType type);
-  ~AudioWriter();
-  AudioWriter(const AudioWriter&) = delete;
-  AudioWriter& operator=(const AudioWriter&) = delete;
 
   void write(const void* samples, size_t count);  // whole frames
   void finish();
 
  private:
-  std::string path_, unfinished_;
-  AudioHandle file_;
+  NewFile file_;
+  AudioHandle audio_;  // closed before an unfinished file is removed
   SampleType type_;
 };
 

@@ -17,10 +17,10 @@
 #include "audio_file.h"
 #include "commands.h"
 #include "library.h"
+#include "new_file.h"
 #include "power_spectrum.h"
 #include "spectrum_plot.h"
 #include "stopwatch.h"
-#include "text_file.h"
 
 namespace wavtool {
 namespace {

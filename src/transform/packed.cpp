@@ -9,6 +9,7 @@
 #define HWY_TARGET_INCLUDE "transform/packed.cpp"
 #include <hwy/foreach_target.h>
 
+#include "simd/backward-inl.h"
 #include "simd/complex_product-inl.h"
 #include "vector/forms-inl.h"
 
@@ -145,22 +146,6 @@ HWY_INLINE void mirror(const C* src, C* dst, size_t count, Put putVector) {
   hn::StoreU(mirrored<step>(src), d, lanes(dst + end));
 }
 
-// Moves bytes to the same address, to higher ones or to another array: from the end to the beginning.
-template <class Put>
-HWY_NOINLINE void copyBackward(const Orp8u* src, Orp8u* dst, size_t count, Put putVector) {
-  constexpr hn::ScalableTag<Orp8u> d;
-  constexpr size_t kStep = HWY_MAX_BYTES;
-  if (count < kStep) return StoreFew(LoadFew(d, src, count), d, dst, count);
-  const auto first = hn::LoadU(d, src), last = hn::LoadU(d, src + (count - kStep));
-  size_t i = count - reinterpret_cast<uintptr_t>(dst + count) % kStep;
-  while (i > kStep) {
-    i -= kStep;
-    putVector(hn::LoadU(d, src + i), d, dst + i);
-  }
-  hn::StoreU(last, d, dst + (count - kStep));
-  hn::StoreU(first, d, dst);
-}
-
 // dst[1] to dst[count] = the pairs, and dst[n - 1] downward their conjugates. The pairs may stand where they belong, or
 // overlap dst[1] on at lower addresses; they end below dst[n - count].
 template <class Put, class C>
@@ -171,7 +156,7 @@ HWY_NOINLINE void expandPairs(const C* pairs, C* dst, size_t count, size_t n, Pu
     size = HWY_MIN(end, kBlock);
     const C* const block = pairs + (end - size);
     mirror<HWY_MAX_BYTES / sizeof(C)>(block, dst + (n - end), size, putVector);
-    if (pairs != dst + 1) copyBackward(bytes(block), bytes(dst + (1 + end - size)), size * sizeof(C), putVector);
+    if (pairs != dst + 1) CopyBackward(bytes(block), bytes(dst + (1 + end - size)), size * sizeof(C), putVector);
   }
 }
 

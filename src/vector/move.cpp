@@ -8,6 +8,7 @@
 #define HWY_TARGET_INCLUDE "vector/move.cpp"
 #include <hwy/foreach_target.h>
 
+#include "simd/backward-inl.h"
 #include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -41,22 +42,6 @@ HWY_NOINLINE OrpStatus copyBytes(Orp8u* dst, const Orp8u* src, size_t count) {
   return StsOk;
 }
 
-// From the end to the beginning: for a destination that begins inside the source.
-HWY_NOINLINE OrpStatus copyBytesBackward(Orp8u* dst, const Orp8u* src, size_t count) {
-  constexpr hn::ScalableTag<Orp8u> d;
-  constexpr size_t kStep = HWY_MAX_BYTES;
-  if (count < kStep) return copyBytes(dst, src, count);
-  const auto first = hn::LoadU(d, src), last = hn::LoadU(d, src + (count - kStep));
-  size_t i = count - reinterpret_cast<uintptr_t>(dst + count) % kStep;
-  while (i > kStep) {
-    i -= kStep;
-    hn::StoreU(hn::LoadU(d, src + i), d, dst + i);
-  }
-  hn::StoreU(last, d, dst + (count - kStep));
-  hn::StoreU(first, d, dst);
-  return StsOk;
-}
-
 template <class T>
 OrpStatus zero(T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pDst);
@@ -81,8 +66,9 @@ OrpStatus move(const T* pSrc, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   const size_t count = Size(len) * sizeof(T);
   const auto ahead = reinterpret_cast<uintptr_t>(pDst) - reinterpret_cast<uintptr_t>(pSrc);  // wraps if it is behind
-  if (ahead != 0 && ahead < count) return copyBytesBackward(bytes(pDst), bytes(pSrc), count);
-  return copyBytes(bytes(pDst), bytes(pSrc), count);
+  if (ahead == 0 || ahead >= count) return copyBytes(bytes(pDst), bytes(pSrc), count);
+  CopyBackward(bytes(pSrc), bytes(pDst), count);
+  return StsOk;
 }
 
 }  // namespace
