@@ -5,6 +5,7 @@
 #define ORPSP_H
 
 #include "orpsp/frame.h"
+#include "orpsp/generate.h"
 #include "orpsp/stats.h"
 #include "orpsp/transform.h"
 #include "orpsp/types.h"

@@ -83,6 +83,7 @@ typedef int32_t OrpStatus;
 
 enum {
   StsBadRoundMode = -213, /**< the rounding mode is not one of the accepted values */
+  StsKaiserAlpha = -109,  /**< the parameter of a Kaiser window is too large for its length */
   StsShiftErr = -32,      /**< a shift count is negative */
   StsBadThreshold = -19,  /**< a threshold level is negative where only levels >= 0 are accepted */
   StsSpecMismatch = -17,  /**< the identity tag of a specification or state is not that of the operation */

@@ -16,9 +16,8 @@
 
 #include <hwy/highway.h>
 
-#include <utility>
-
 #include "simd/element.h"
+#include "simd/shuffle-inl.h"
 #include "simd/unrolled-inl.h"
 #include "transform/exact_sine.h"
 #include "transform/sine.h"
@@ -35,21 +34,7 @@ struct Points {
   V re, im;
 };
 
-// ---- Shuffles known to the compiler
-
-// The lanes of two vectors, picked by Pick: lane i of the result is lane pick(i) of a and then b.
-template <class V, class Pick, size_t... i>
-HWY_INLINE V shuffledLanes(V a, V b, Pick, std::index_sequence<i...>) {
-  using T = hn::TFromV<V>;
-  using Raw = decltype(V::raw);
-  typedef T Elements __attribute__((vector_size(sizeof(Raw))));
-  return V{(Raw)__builtin_shufflevector((Elements)a.raw, (Elements)b.raw,
-                                        static_cast<int>(Pick::pick(i, sizeof(Raw) / sizeof(T)))...)};
-}
-template <class Pick, class V>
-HWY_INLINE V Shuffled(V a, V b) {
-  return shuffledLanes(a, b, Pick{}, std::make_index_sequence<sizeof(V) / sizeof(hn::TFromV<V>)>{});
-}
+// ---- Shuffles
 
 template <class T>
 inline constexpr size_t kBlock = 16 / sizeof(T);  // lanes of 128 bits

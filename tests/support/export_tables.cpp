@@ -52,6 +52,7 @@ const std::vector<Export>& sweptExports() {
 #include "exports/sum.inc"
 #include "exports/sum_ln.inc"
 #include "exports/threshold.inc"
+#include "exports/windows.inc"
 #undef ORPS_EXPORT
     return all;
   }();

@@ -1,0 +1,358 @@
+// Windows: a vector times a taper that is the same from both ends.
+//
+// Weights are computed in double precision from operations that every width rounds alike, so that they are the same
+// bits everywhere. One weight serves two elements: the loop walks from both ends to the middle.
+#include "orpsp/generate/windows.h"
+
+#include <cmath>
+
+#include "frame/entry.h"
+#include "simd/element.h"
+#include "simd/targets.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "generate/windows.cpp"
+#include <hwy/foreach_target.h>
+
+#include "frame/check.h"
+#include "simd/map-inl.h"
+#include "simd/round-inl.h"
+#include "simd/shuffle-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {
+
+constexpr hn::ScalableTag<double> kDoubles;
+constexpr size_t kLanes = HWY_MAX_BYTES / sizeof(double);
+
+// ---- Weights. Begin(n) is called for n = 0, kBlock, 2 kBlock, ...; At(j) has those of n + j on, a vector of them.
+
+constexpr size_t kBlock = 64;
+constexpr double kTwoPi = 6.283185307179586;
+
+HWY_INLINE Doubles indices(size_t first) { return hn::Iota(kDoubles, static_cast<double>(first)); }
+
+// n times a slope.
+struct Line {
+  double slope;
+  size_t first = 0;
+
+  HWY_INLINE void Begin(size_t n) { first = n; }
+  HWY_INLINE Doubles At(size_t j) const { return hn::Mul(indices(first + j), hn::Set(kDoubles, slope)); }
+};
+
+// a - c (b + g c), c = cos(n theta). The cosine of a block's first angle plus one of kBlock small ones; first angles by
+// rotation from one to the next, and now and then by the library's cosine: the error stays below 1e-13.
+class CosineSum {
+ public:
+  CosineSum(double a, double b, double g, double theta, size_t count) : a_(a), b_(b), g_(g), theta_(theta) {
+    fine_[0][0] = 1;
+    fine_[1][0] = 0;
+    fine_[0][1] = std::cos(theta);
+    fine_[1][1] = std::sin(theta);
+    const size_t most = HWY_MIN(HWY_MAX(count, kLanes), kBlock);
+    for (size_t k = 1; 2 * k <= kBlock && k < most; k *= 2) {
+      const double c = fine_[0][k], s = fine_[1][k];
+      // The angles from k on, but for k itself, are those below it turned by k; then that of 2 k.
+      if (k < kLanes) {
+        for (size_t j = 1; j < k; ++j) Turn(j, k, c, s);
+      } else {
+        for (size_t j = 0; j < k; j += kLanes) TurnVector(j, k, c, s);
+      }
+      if (2 * k < kBlock) Turn(k, k, c, s);
+    }
+  }
+
+  HWY_INLINE void Begin(size_t n) {
+    constexpr size_t kSeeds = 64 * kBlock;  // angles from one that is computed to the next
+    if (n % kSeeds == 0) {
+      const double angle = theta_ * static_cast<double>(n);
+      cosine_ = n == 0 ? 1 : std::cos(angle);
+      sine_ = n == 0 ? 0 : std::sin(angle);
+      return;
+    }
+    if (n == kBlock) {
+      stepCosine_ = std::cos(theta_ * kBlock);
+      stepSine_ = std::sin(theta_ * kBlock);
+    }
+    const double turned = cosine_ * stepCosine_ - sine_ * stepSine_;
+    sine_ = sine_ * stepCosine_ + cosine_ * stepSine_;
+    cosine_ = turned;
+  }
+
+  HWY_INLINE Doubles At(size_t j) const {
+    const auto c = hn::Sub(hn::Mul(hn::Set(kDoubles, cosine_), hn::Load(kDoubles, fine_[0] + j)),
+                           hn::Mul(hn::Set(kDoubles, sine_), hn::Load(kDoubles, fine_[1] + j)));
+    const auto slope = hn::Add(hn::Set(kDoubles, b_), hn::Mul(hn::Set(kDoubles, g_), c));
+    return hn::Sub(hn::Set(kDoubles, a_), hn::Mul(c, slope));
+  }
+
+ private:
+  HWY_INLINE void Turn(size_t j, size_t by, double c, double s) {
+    fine_[0][j + by] = fine_[0][j] * c - fine_[1][j] * s;
+    fine_[1][j + by] = fine_[1][j] * c + fine_[0][j] * s;
+  }
+  HWY_INLINE void TurnVector(size_t j, size_t by, double c, double s) {
+    const auto cosines = hn::Load(kDoubles, fine_[0] + j), sines = hn::Load(kDoubles, fine_[1] + j);
+    const auto byC = hn::Set(kDoubles, c), byS = hn::Set(kDoubles, s);
+    hn::Store(hn::Sub(hn::Mul(cosines, byC), hn::Mul(sines, byS)), kDoubles, fine_[0] + j + by);
+    hn::Store(hn::Add(hn::Mul(sines, byC), hn::Mul(cosines, byS)), kDoubles, fine_[1] + j + by);
+  }
+
+  alignas(64) double fine_[2][kBlock];
+  double a_, b_, g_, theta_;
+  double cosine_ = 1, sine_ = 0, stepCosine_ = 1, stepSine_ = 0;
+};
+
+template <size_t count>
+HWY_INLINE Doubles polynomial(const double (&coefficients)[count], Doubles x) {
+  auto sum = hn::Set(kDoubles, coefficients[count - 1]);
+  for (size_t i = count - 1; i-- > 0;) sum = hn::Add(hn::Set(kDoubles, coefficients[i]), hn::Mul(x, sum));
+  return sum;
+}
+
+// e^x for 0 <= x <= 308, without the fused operations that only some widths have.
+HWY_INLINE Doubles exponential(Doubles x) {
+  constexpr double kInverseFactorials[] = {
+      1,          1,           1.0 / 2,      1.0 / 6,       1.0 / 24,       1.0 / 120,       1.0 / 720,
+      1.0 / 5040, 1.0 / 40320, 1.0 / 362880, 1.0 / 3628800, 1.0 / 39916800, 1.0 / 479001600, 1.0 / 6227020800};
+  // ln 2 in two parts, the first of 32 bits: its products with integers up to 2^20 are exact. [Cody and Waite 1980:
+  // Software Manual for the Elementary Functions]
+  constexpr double kLn2High = 0x1.62e42feep-1, kLn2Low = 0x1.a39ef35793c76p-33;
+  constexpr double kMagic = 0x1.8p52;  // a sum with it has an integer in its lowest bits
+  constexpr hn::RebindToSigned<hn::ScalableTag<double>> integers;
+  const auto shifted = hn::Add(hn::Mul(x, hn::Set(kDoubles, 1.4426950408889634)), hn::Set(kDoubles, kMagic));
+  const auto n = hn::Sub(shifted, hn::Set(kDoubles, kMagic));
+  const auto rest =
+      hn::Sub(hn::Sub(x, hn::Mul(n, hn::Set(kDoubles, kLn2High))), hn::Mul(n, hn::Set(kDoubles, kLn2Low)));
+  const auto bits = hn::Add(hn::BitCast(integers, shifted), hn::Set(integers, 1023));
+  return hn::Mul(polynomial(kInverseFactorials, rest), hn::BitCast(kDoubles, hn::ShiftLeft<52>(bits)));
+}
+
+// The modified Bessel function of order 0 of x >= 0. [Abramowitz and Stegun 1964: Handbook of Mathematical Functions,
+// 9.8.1 and 9.8.2]
+HWY_INLINE Doubles besselI0(Doubles x) {
+  constexpr double kSmall[] = {0.9999999985, 4.0000001935, 3.9999959541, 1.777809969,
+                               0.4443189384, 0.0713758187, 0.0075942968, 0.0008267816};
+  constexpr double kLarge[] = {0.3989422809,  0.0124667783,  0.0017623668,  0.00026,      0.0022585672,
+                               -0.0128314822, 0.0495811118,  -0.1209940805, 0.1895476618, -0.1867783276,
+                               0.1113315511,  -0.0366694767, 0.0051246015};
+  const auto four = hn::Set(kDoubles, 4.0);
+  const auto isSmall = hn::Lt(x, four);
+  const auto quarter = hn::Mul(x, hn::Set(kDoubles, 0.25));
+  const auto small = polynomial(kSmall, hn::Mul(quarter, quarter));
+  if (hn::AllTrue(kDoubles, isSmall)) return small;
+  const auto large = hn::Mul(hn::Div(exponential(x), hn::Sqrt(x)), polynomial(kLarge, hn::Div(four, x)));
+  return hn::IfThenElse(isSmall, small, large);
+}
+
+class BesselQuotient {
+ public:
+  BesselQuotient(double alpha, size_t len) : alpha_(std::fabs(alpha)), end_(static_cast<double>(len - 1)) {
+    scale_ = 1 / hn::GetLane(besselI0(hn::Set(kDoubles, alpha_ * end_ * 0.5)));
+  }
+
+  HWY_INLINE void Begin(size_t n) { first_ = n; }
+  HWY_INLINE Doubles At(size_t j) const {
+    const auto n = indices(first_ + j);
+    const auto product = hn::Mul(hn::Sub(hn::Set(kDoubles, end_), n), n);
+    // Beyond the middle, where nobody asks, it may be negative.
+    const auto root = hn::Sqrt(hn::Max(product, hn::Zero(kDoubles)));
+    return hn::Mul(besselI0(hn::Mul(hn::Set(kDoubles, alpha_), root)), hn::Set(kDoubles, scale_));
+  }
+
+ private:
+  double alpha_, end_, scale_;
+  size_t first_ = 0;
+};
+
+// ---- Weighting
+
+// Lanes of T times weights; integers rounded to nearest, ties to even, and saturated, a NaN giving 0.
+template <class V>
+HWY_INLINE V times(V v, Doubles weight) {
+  constexpr hn::DFromV<V> d;
+  using T = hn::TFromV<V>;
+  const auto product = hn::Mul(Lift(kDoubles, v), weight);
+  if constexpr (std::is_same_v<T, double>) {
+    return product;
+  } else if constexpr (std::is_same_v<T, float>) {
+    return hn::DemoteTo(d, product);
+  } else {
+    return RoundTo<Rounding::kNearest>(d, hn::IfThenElseZero(hn::Eq(product, product), product));
+  }
+}
+
+template <bool isUpper>
+struct EachTwice {
+  static constexpr size_t pick(size_t i, size_t lanes) { return (i + (isUpper ? lanes : 0)) / 2; }
+};
+
+// kLanes elements: one or two vectors of their lanes.
+template <class E>
+struct Group {
+  using D = hn::Rebind<Lane<E>, hn::ScalableTag<double>>;
+  static constexpr D d{};
+  static constexpr size_t kVectors = Element<E>::kLanes;
+  hn::Vec<D> v[kVectors];
+
+  static HWY_INLINE size_t LanesOf(size_t i, size_t few) {
+    return few * kVectors > i * kLanes ? HWY_MIN(few * kVectors - i * kLanes, kLanes) : 0;
+  }
+  static HWY_INLINE Group Load(const E* p) {
+    Group group;
+    for (size_t i = 0; i < kVectors; ++i) group.v[i] = hn::LoadU(d, lanes(p) + i * kLanes);
+    return group;
+  }
+  static HWY_INLINE Group LoadFew(const E* p, size_t few) {
+    Group group;
+    for (size_t i = 0; i < kVectors; ++i) {
+      const size_t count = LanesOf(i, few);
+      group.v[i] = count > 0 ? HWY_NAMESPACE::LoadFew(d, lanes(p) + i * kLanes, count) : hn::Zero(d);
+    }
+    return group;
+  }
+  HWY_INLINE void Store(E* p) const {
+    for (size_t i = 0; i < kVectors; ++i) hn::StoreU(v[i], d, lanes(p) + i * kLanes);
+  }
+  HWY_INLINE void StoreFew(E* p, size_t few) const {
+    for (size_t i = 0; i < kVectors; ++i) {
+      const size_t count = LanesOf(i, few);
+      if (count > 0) HWY_NAMESPACE::StoreFew(v[i], d, lanes(p) + i * kLanes, count);
+    }
+  }
+  HWY_INLINE Group Times(Doubles weights) const {
+    Group group;
+    if constexpr (kVectors == 1) {
+      group.v[0] = times(v[0], weights);
+    } else {
+      group.v[0] = times(v[0], Shuffled<EachTwice<false>>(weights, weights));
+      group.v[1] = times(v[1], Shuffled<EachTwice<true>>(weights, weights));
+    }
+    return group;
+  }
+};
+
+// dst = src times the weights, and those times `unit`. In place or not: both ends are read before they are written.
+template <class Weights, class E>
+HWY_NOINLINE void weigh(Weights& weights, double unit, const E* src, E* dst, size_t len) {
+  const size_t count = len / 2 + len % 2;  // of weights
+  const auto scale = hn::Set(kDoubles, unit);
+  size_t n = 0;
+  for (; n + kLanes <= count; n += kLanes) {
+    if (n % kBlock == 0) weights.Begin(n);
+    const auto w = hn::Mul(weights.At(n % kBlock), scale);
+    const auto front = Group<E>::Load(src + n).Times(w);
+    const auto back = Group<E>::Load(src + (len - n - kLanes)).Times(hn::Reverse(kDoubles, w));
+    front.Store(dst + n);
+    back.Store(dst + (len - n - kLanes));
+  }
+  if (n == count) return;
+  if (n % kBlock == 0) weights.Begin(n);
+  const auto w = hn::Mul(weights.At(n % kBlock), scale);
+  alignas(64) double turned[2 * kLanes] = {};
+  hn::Store(hn::Reverse(kDoubles, w), kDoubles, turned);
+  const size_t few = count - n, fewBehind = few - len % 2;  // the middle element is one of those in front
+  const auto front = Group<E>::LoadFew(src + n, few).Times(w);
+  const auto back = Group<E>::LoadFew(src + (len - n - fewBehind), fewBehind)
+                        .Times(hn::LoadU(kDoubles, turned + (kLanes - fewBehind)));
+  front.StoreFew(dst + n, few);
+  back.StoreFew(dst + (len - n - fewBehind), fewBehind);
+}
+
+// ---- Windows
+
+struct Bartlett {
+  static constexpr int kLeast = 3;
+  static Line of(size_t len) { return {2 / static_cast<double>(len - 1)}; }
+};
+
+HWY_INLINE CosineSum cosineSum(size_t len, double a, double b, double g = 0) {
+  return CosineSum(a, b, g, kTwoPi / static_cast<double>(len - 1), len / 2 + len % 2);
+}
+struct Hann {
+  static constexpr int kLeast = 3;
+  static CosineSum of(size_t len) { return cosineSum(len, 0.5, 0.5); }
+};
+struct Hamming {
+  static constexpr int kLeast = 3;
+  static CosineSum of(size_t len) { return cosineSum(len, 0.54, 0.46); }
+};
+struct Blackman {
+  static constexpr int kLeast = 3;
+  // With cos(2 x) = 2 cos(x)^2 - 1.
+  static CosineSum of(size_t len, double alpha) { return cosineSum(len, alpha + 0.5, 0.5, alpha); }
+};
+struct BlackmanStd {
+  static constexpr int kLeast = 3;
+  static CosineSum of(size_t len) { return Blackman::of(len, -0.16); }
+};
+struct BlackmanOpt {
+  static constexpr int kLeast = 4;
+  static CosineSum of(size_t len) {
+    const double root = 0.5 / std::cos(kTwoPi / 2 / static_cast<double>(len - 1));
+    return Blackman::of(len, -root * root);
+  }
+};
+struct Kaiser {
+  static constexpr int kLeast = 1;
+  static OrpStatus check(size_t len, double alpha) {
+    return std::fabs(alpha) * static_cast<double>(len - 1) * 0.5 > 308 ? StsKaiserAlpha : StsOk;
+  }
+  static BesselQuotient of(size_t len, double alpha) { return BesselQuotient(alpha, len); }
+};
+
+// The parameter as a fraction of 32768.
+template <class Window>
+struct Q15 : Window {
+  static double alphaOf(int alphaQ15) { return alphaQ15 * 0x1p-15; }
+  static OrpStatus check(size_t len, int alphaQ15) {
+    if constexpr (requires { Window::check(len, 0.0); }) return Window::check(len, alphaOf(alphaQ15));
+    return StsOk;
+  }
+  static auto of(size_t len, int alphaQ15) { return Window::of(len, alphaOf(alphaQ15)); }
+};
+
+// ---- Calls
+
+template <class Window, class E, class... Parameter>
+HWY_INLINE OrpStatus weighScaled(const E* pSrc, E* pDst, int len, int scaleFactor, Parameter... parameter) {
+  ORPS_CHECK_LONGER_VECTOR(Window::kLeast, len, pSrc, pDst);
+  const size_t count = static_cast<size_t>(len);
+  if constexpr (requires { Window::check(count, parameter...); }) {
+    const OrpStatus status = Window::check(count, parameter...);
+    ORPS_RETURN_IF(status != StsOk, status);
+  }
+  if (count == 1 && scaleFactor == 0) {  // only of a Kaiser window
+    put(pDst, get(pSrc));
+  } else {
+    auto weights = Window::of(count, parameter...);
+    weigh(weights, UnitOfScale(scaleFactor), pSrc, pDst, count);
+  }
+  return StsOk;
+}
+
+template <class Window, class E, class... Parameter>
+OrpStatus window(const E* pSrc, E* pDst, int len, Parameter... parameter) {
+  return weighScaled<Window>(pSrc, pDst, len, 0, parameter...);
+}
+
+template <class Window, class E, class... Parameter>
+OrpStatus windowInPlace(E* pSrcDst, int len, Parameter... parameter) {
+  return weighScaled<Window>(pSrcDst, pSrcDst, len, 0, parameter...);
+}
+
+template <class Window, class E>
+OrpStatus windowInPlaceSfs(E* pSrcDst, int len, int alphaQ15, int scaleFactor) {
+  return weighScaled<Window>(pSrcDst, pSrcDst, len, scaleFactor, alphaQ15);
+}
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#define ORPSP_TABLE "exports/windows.inc"
+#include "frame/exports-inl.h"
