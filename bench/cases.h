@@ -16,6 +16,7 @@ std::span<const Case> complexCases();
 std::span<const Case> reductionCases();
 std::span<const Case> extremaCases();
 std::span<const Case> packedCases();
+std::span<const Case> windowCases();
 
 }  // namespace bench
 
