@@ -44,7 +44,7 @@ struct Line {
 };
 
 // a - c (b + g c), c = cos(n theta). The cosine of a block's first angle plus one of kBlock small ones; first angles by
-// rotation from one to the next, and now and then by the library's cosine: the error stays below 1e-13.
+// rotation from one to the next, and now and then by the cosine itself: the error stays below 1e-13.
 class CosineSum {
  public:
   CosineSum(double a, double b, double g, double theta, size_t count) : a_(a), b_(b), g_(g), theta_(theta) {
@@ -57,11 +57,11 @@ class CosineSum {
       const double c = fine_[0][k], s = fine_[1][k];
       // The angles from k on, but for k itself, are those below it turned by k; then that of 2 k.
       if (k < kLanes) {
-        for (size_t j = 1; j < k; ++j) Turn(j, k, c, s);
+        for (size_t j = 1; j < k; ++j) Turn(kOne, j, k, c, s);
       } else {
-        for (size_t j = 0; j < k; j += kLanes) TurnVector(j, k, c, s);
+        for (size_t j = 0; j < k; j += kLanes) Turn(kDoubles, j, k, c, s);
       }
-      if (2 * k < kBlock) Turn(k, k, c, s);
+      if (2 * k < kBlock) Turn(kOne, k, k, c, s);
     }
   }
 
@@ -90,15 +90,15 @@ class CosineSum {
   }
 
  private:
-  HWY_INLINE void Turn(size_t j, size_t by, double c, double s) {
-    fine_[0][j + by] = fine_[0][j] * c - fine_[1][j] * s;
-    fine_[1][j + by] = fine_[1][j] * c + fine_[0][j] * s;
-  }
-  HWY_INLINE void TurnVector(size_t j, size_t by, double c, double s) {
-    const auto cosines = hn::Load(kDoubles, fine_[0] + j), sines = hn::Load(kDoubles, fine_[1] + j);
-    const auto byC = hn::Set(kDoubles, c), byS = hn::Set(kDoubles, s);
-    hn::Store(hn::Sub(hn::Mul(cosines, byC), hn::Mul(sines, byS)), kDoubles, fine_[0] + j + by);
-    hn::Store(hn::Add(hn::Mul(sines, byC), hn::Mul(cosines, byS)), kDoubles, fine_[1] + j + by);
+  static constexpr hn::CappedTag<double, 1> kOne{};
+
+  // The angles from j on, turned by another one, whose cosine and sine are c and s: those from j + by on.
+  template <class D>
+  HWY_INLINE void Turn(D d, size_t j, size_t by, double c, double s) {
+    const auto cosines = hn::LoadU(d, fine_[0] + j), sines = hn::LoadU(d, fine_[1] + j);
+    const auto byC = hn::Set(d, c), byS = hn::Set(d, s);
+    hn::StoreU(hn::Sub(hn::Mul(cosines, byC), hn::Mul(sines, byS)), d, fine_[0] + j + by);
+    hn::StoreU(hn::Add(hn::Mul(sines, byC), hn::Mul(cosines, byS)), d, fine_[1] + j + by);
   }
 
   alignas(64) double fine_[2][kBlock];
@@ -131,8 +131,8 @@ HWY_INLINE Doubles exponential(Doubles x) {
   return hn::Mul(polynomial(kInverseFactorials, rest), hn::BitCast(kDoubles, hn::ShiftLeft<52>(bits)));
 }
 
-// The modified Bessel function of order 0 of x >= 0. [Abramowitz and Stegun 1964: Handbook of Mathematical Functions,
-// 9.8.1 and 9.8.2]
+// The approximation of the modified Bessel function of order 0 that the header describes, for x >= 0. The coefficients
+// are part of the contract.
 HWY_INLINE Doubles besselI0(Doubles x) {
   constexpr double kSmall[] = {0.9999999985, 4.0000001935, 3.9999959541, 1.777809969,
                                0.4443189384, 0.0713758187, 0.0075942968, 0.0008267816};
@@ -325,7 +325,7 @@ HWY_INLINE OrpStatus weighScaled(const E* pSrc, E* pDst, int len, int scaleFacto
     const OrpStatus status = Window::check(count, parameter...);
     ORPS_RETURN_IF(status != StsOk, status);
   }
-  if (count == 1 && scaleFactor == 0) {  // only of a Kaiser window
+  if (count == 1) {  // only of a Kaiser window, which has no scaled form
     put(pDst, get(pSrc));
   } else {
     auto weights = Window::of(count, parameter...);

@@ -1,4 +1,4 @@
-// What every FFT is made of: vectors of complex points, butterflies of radix 2 to 16, transposition in registers.
+// What every FFT is made of: vectors of complex points, butterflies of radix 2 to 32, transposition in registers.
 //
 // A vector of points is a pair of vectors, real and imaginary parts. Its lanes hold `lanes` consecutive points in the
 // order that takes one shuffle within blocks of 128 bits to make of pairs in memory, and one to make pairs again: see

@@ -1,4 +1,5 @@
-// FFTs of few points, in registers: up to kSmallOrder<T>.
+// FFTs of few points, up to 2^kSmallOrder<T>: in registers, or as rows and columns with the points between them on the
+// stack. No tables but those that the compiler makes.
 #if defined(ORPSP_TRANSFORM_SMALL_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef ORPSP_TRANSFORM_SMALL_INL_H_
 #undef ORPSP_TRANSFORM_SMALL_INL_H_

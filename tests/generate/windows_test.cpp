@@ -18,7 +18,7 @@ namespace {
 
 constexpr long double kPi = 3.14159265358979323846264338327950288L;
 
-// As the header gives it: 9.8.1 and 9.8.2 of Abramowitz and Stegun.
+// The approximation that belongs to the contract.
 long double besselI0(long double x) {
   const auto sum = [](const std::vector<long double>& coefficients, long double at) {
     long double value = 0;
@@ -187,6 +187,20 @@ TEST(Windows, ExactWeights) {
   std::vector<double> z = {1, 2, 3, 4, 5}, ones = z;
   EXPECT_EQ(StsOk, orpsWinKaiser_64f_I(z.data(), 5, 0));
   EXPECT_EQ(ones, z);
+}
+
+TEST(Windows, KaiserIsAsNearToTheBesselFunctionAsDocumented) {
+  for (const double beta : {1.0, 3.9, 4.1, 8.0, 300.0}) {
+    constexpr int kLen = 4001;
+    std::vector<double> weights(kLen, 1.0);
+    const double alpha = static_cast<float>(2 * beta / (kLen - 1));
+    ASSERT_EQ(StsOk, orpsWinKaiser_64f_I(weights.data(), kLen, static_cast<float>(alpha)));
+    const double end = std::cyl_bessel_i(0, alpha * (kLen - 1) / 2);
+    for (int n = 0; n < kLen; ++n) {
+      const double exact = std::cyl_bessel_i(0, alpha * std::sqrt(n * (kLen - 1.0 - n))) / end;
+      ASSERT_NEAR(exact, weights[static_cast<size_t>(n)], 5.6e-6) << beta << ' ' << n;
+    }
+  }
 }
 
 TEST(Windows, KaiserParameterAgainstTheLength) {

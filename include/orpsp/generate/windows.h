@@ -1,9 +1,8 @@
 /** @file
  *  Windows: a vector times a symmetric taper of the same length N, pDst[n] = w(n) pSrc[n].
  *
- *  Weights are computed in double precision, with an error below 1e-12 for every length, and are the same bits on every
- *  processor of a platform; elements n and N - 1 - n get the same weight. With theta = 2 pi / (N - 1), for
- *  n = 0 ... N - 1:
+ *  Weights are computed in double precision, with an error below 1e-12, and are the same bits at every vector width;
+ *  elements n and N - 1 - n get the same weight. With theta = 2 pi / (N - 1), for n = 0 ... N - 1:
  *
  *  | window | w(n) | least N |
  *  |---|---|---|
@@ -15,9 +14,11 @@
  *  | BlackmanOpt | Blackman with alpha = -(0.5 / cos(pi / (N - 1)))^2 | 4 |
  *  | Kaiser | I0(\|alpha\| sqrt(n (N - 1 - n))) / I0(\|alpha\| (N - 1) / 2) | 1 |
  *
- *  I0 is the modified Bessel function of the first kind and order 0, by its polynomial approximations below and above 4
- *  [Abramowitz and Stegun 1964: Handbook of Mathematical Functions, 9.8.1 and 9.8.2], whose relative error is below
- *  2e-7; so is that of these weights. alpha here is in units of one sample: with the usual parameter beta,
+ *  I0 stands for an approximation of the modified Bessel function of the first kind and order 0: a polynomial in
+ *  (x / 4)^2 below 4, and e^x / sqrt(x) times one in 4 / x from 4 on, of the form of [Abramowitz and Stegun 1964:
+ *  Handbook of Mathematical Functions, 9.8.1 and 9.8.2]. Its relative error is 1.5e-9 below 4 and up to 5.6e-6 above,
+ *  most at 4; so a weight differs from that of the exact function by up to 5.6e-6, and from the quotient of the
+ *  approximations by less than 1e-12. alpha is in units of one sample: with the usual parameter beta,
  *  alpha = 2 beta / (N - 1).
  *
  *  The product of element and weight is formed in double precision and rounded to the element type: floating point to
