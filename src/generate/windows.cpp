@@ -15,8 +15,7 @@
 #include <hwy/foreach_target.h>
 
 #include "frame/check.h"
-#include "simd/map-inl.h"
-#include "simd/round-inl.h"
+#include "generate/samples-inl.h"
 #include "simd/shuffle-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -24,15 +23,10 @@ namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
 
-constexpr hn::ScalableTag<double> kDoubles;
-constexpr size_t kLanes = HWY_MAX_BYTES / sizeof(double);
-
 // ---- Weights. Begin(n) is called for n = 0, kBlock, 2 kBlock, ...; At(j) has those of n + j on, a vector of them.
 
 constexpr size_t kBlock = 64;
 constexpr double kTwoPi = 6.283185307179586;
-
-HWY_INLINE Doubles indices(size_t first) { return hn::Iota(kDoubles, static_cast<double>(first)); }
 
 // n times a slope.
 struct Line {
@@ -170,19 +164,10 @@ class BesselQuotient {
 
 // ---- Weighting
 
-// Lanes of T times weights; integers rounded to nearest, ties to even, and saturated, a NaN giving 0.
+// Lanes of an element times weights.
 template <class V>
 HWY_INLINE V times(V v, Doubles weight) {
-  constexpr hn::DFromV<V> d;
-  using T = hn::TFromV<V>;
-  const auto product = hn::Mul(Lift(kDoubles, v), weight);
-  if constexpr (std::is_same_v<T, double>) {
-    return product;
-  } else if constexpr (std::is_same_v<T, float>) {
-    return hn::DemoteTo(d, product);
-  } else {
-    return RoundTo<Rounding::kNearest>(d, hn::IfThenElseZero(hn::Eq(product, product), product));
-  }
+  return ToSamples(hn::DFromV<V>{}, hn::Mul(Lift(kDoubles, v), weight));
 }
 
 template <bool isUpper>

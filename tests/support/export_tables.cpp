@@ -51,6 +51,7 @@ const std::vector<Export>& sweptExports() {
 #include "exports/sort_index.inc"
 #include "exports/sum.inc"
 #include "exports/sum_ln.inc"
+#include "exports/test_vectors.inc"
 #include "exports/threshold.inc"
 #include "exports/windows.inc"
 #undef ORPS_EXPORT

@@ -1,0 +1,78 @@
+// Ramps and the Jaehne test vector.
+#include "orpsp/generate/test_vectors.h"
+
+#include <cmath>
+
+#include "frame/check.h"
+#include "frame/entry.h"
+#include "simd/targets.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "generate/test_vectors.cpp"
+#include <hwy/foreach_target.h>
+
+#include "generate/samples-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {
+
+// dst[n] = at(n), a vector of which begins with n.
+template <class D, class At, class T = hn::TFromD<D>>
+HWY_INLINE void fill(D d, T* dst, size_t len, const At& at) {
+  constexpr size_t kStep = hn::MaxLanes(D{});
+  size_t n = 0;
+  for (; n + kStep <= len; n += kStep) hn::StoreU(at(n), d, dst + n);
+  if (n < len) StoreFew(at(n), d, dst + n, len - n);
+}
+
+template <class T, class Real>
+OrpStatus ramp(T* pDst, int len, Real offset, Real slope) {
+  ORPS_CHECK_VECTOR(len, pDst);
+  const size_t count = static_cast<size_t>(len);
+  if constexpr (std::is_same_v<T, float>) {
+    constexpr hn::ScalableTag<float> d;
+    constexpr hn::RebindToSigned<decltype(d)> di;
+    fill(d, pDst, count, [=](size_t n) HWY_ATTR {
+      const auto index = hn::ConvertTo(d, hn::Iota(di, static_cast<int32_t>(n)));
+      return hn::Add(hn::Mul(index, hn::Set(d, slope)), hn::Set(d, offset));
+    });
+  } else {
+    constexpr hn::Rebind<T, hn::ScalableTag<double>> d;
+    fill(d, pDst, count, [=](size_t n) HWY_ATTR {
+      return ToSamples(d, hn::Add(hn::Mul(indices(n), hn::Set(kDoubles, slope)), hn::Set(kDoubles, offset)));
+    });
+  }
+  return StsOk;
+}
+
+template <class T>
+OrpStatus jaehne(T* pDst, int len, T magnitude) {
+  ORPS_CHECK_VECTOR(len, pDst);
+  ORPS_RETURN_IF(magnitude < 0, StsJaehneMagnitude);
+  // n^2 modulo 4 len, whole turns, so that the angle is as exact at the end as at the beginning.
+  const auto turn = 4 * static_cast<int64_t>(len);
+  const double unit = 6.283185307179586 / static_cast<double>(turn);
+  int64_t square = 0, next = 1;
+  constexpr hn::Rebind<T, hn::ScalableTag<double>> d;
+  fill(d, pDst, static_cast<size_t>(len), [&](size_t) HWY_ATTR {
+    alignas(64) double sines[kLanes];
+    for (double& sine : sines) {
+      sine = std::sin(unit * static_cast<double>(square));
+      square += next;
+      if (square >= turn) square -= turn;
+      next += 2;
+    }
+    return ToSamples(d, hn::Mul(hn::Load(kDoubles, sines), hn::Set(kDoubles, static_cast<double>(magnitude))));
+  });
+  return StsOk;
+}
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#define ORPSP_TABLE "exports/test_vectors.inc"
+#include "frame/exports-inl.h"
