@@ -6,6 +6,7 @@
 
 #include "orpsp/frame.h"
 #include "orpsp/generate.h"
+#include "orpsp/speech.h"
 #include "orpsp/stats.h"
 #include "orpsp/transform.h"
 #include "orpsp/types.h"

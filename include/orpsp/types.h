@@ -82,23 +82,32 @@ typedef struct {
 typedef int32_t OrpStatus;
 
 enum {
-  StsBadRoundMode = -213,    /**< the rounding mode is not one of the accepted values */
-  StsJaehneMagnitude = -108, /**< the magnitude of a Jaehne vector is negative */
-  StsKaiserAlpha = -109,     /**< the parameter of a Kaiser window is too large for its length */
-  StsShiftErr = -32,         /**< a shift count is negative */
-  StsBadThreshold = -19,     /**< a threshold level is negative where only levels >= 0 are accepted */
-  StsSpecMismatch = -17,     /**< the identity tag of a specification or state is not that of the operation */
-  StsFftFlag = -16,          /**< the normalisation flag of an FFT is not 1, 2, 4 or 8 */
-  StsFftOrder = -15,         /**< the order of an FFT is negative or beyond the type's highest */
-  StsDivByZeroErr = -10,     /**< division by a zero constant */
-  StsNoMemory = -9,          /**< an internal allocation failed */
-  StsNullPtr = -8,           /**< a required pointer is null */
-  StsBadSize = -6,           /**< a length or size is not positive, or below the least one of its family */
-  StsBadArg = -5,            /**< an enumerated argument is outside its set */
-  StsOk = 0,                 /**< success */
-  StsDivByZero = 6,          /**< warning: at least one element divisor was zero */
-  StsSingularity = 7,        /**< warning: at least one argument made the result infinite */
-  StsDomain = 8              /**< warning: at least one argument lay outside the domain, a NaN was written */
+  StsBadRoundMode = -213,      /**< the rounding mode is not one of the accepted values */
+  StsKaiserAlpha = -109,       /**< the parameter of a Kaiser window is too large for its length */
+  StsJaehneMagnitude = -108,   /**< the magnitude of a Jaehne vector is negative */
+  StsTriangleAsymmetry = -107, /**< the asymmetry of a triangle is outside [-pi, pi) */
+  StsTrianglePhase = -106,     /**< the phase of a triangle is outside [0, 2 pi) */
+  StsTriangleFrequency = -105, /**< the frequency of a triangle is outside [0, 0.5) */
+  StsTriangleMagnitude = -104, /**< the magnitude of a triangle is not positive */
+  StsTonePhase = -103,         /**< the phase of a tone is outside [0, 2 pi) */
+  StsToneFrequency = -102,     /**< the frequency of a tone is outside [0, 0.5) */
+  StsToneMagnitude = -101,     /**< the magnitude of a tone is not positive */
+  StsShiftErr = -32,           /**< a shift count is negative */
+  StsBadThreshold = -19,       /**< a threshold level is negative where only levels >= 0 are accepted */
+  StsSpecMismatch = -17,       /**< the identity tag of a specification or state is not that of the operation */
+  StsFftFlag = -16,            /**< the normalisation flag of an FFT is not 1, 2, 4 or 8 */
+  StsFftOrder = -15,           /**< the order of an FFT is negative or beyond the type's highest */
+  StsCauchyParam = -11,        /**< the parameter of a Cauchy function is not positive */
+  StsDivByZeroErr = -10,       /**< division by a zero constant */
+  StsNoMemory = -9,            /**< an internal allocation failed */
+  StsNullPtr = -8,             /**< a required pointer is null */
+  StsBadSize = -6,             /**< a length or size is not positive, or below the least one of its family */
+  StsBadArg = -5,              /**< an argument is outside its set or range */
+  StsOk = 0,                   /**< success */
+  StsVarPoint = 3,             /**< warning: a received point lies outside the range of points and was moved into it */
+  StsDivByZero = 6,            /**< warning: at least one element divisor was zero */
+  StsSingularity = 7,          /**< warning: at least one argument made the result infinite */
+  StsDomain = 8                /**< warning: at least one argument lay outside the domain, a NaN was written */
 };
 
 /** Rounding modes of the calls that take one (`rndMode`). */

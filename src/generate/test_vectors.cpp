@@ -18,15 +18,6 @@ namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
 
-// dst[n] = at(n), a vector of which begins with n.
-template <class D, class At, class T = hn::TFromD<D>>
-HWY_INLINE void fill(D d, T* dst, size_t len, const At& at) {
-  constexpr size_t kStep = hn::MaxLanes(D{});
-  size_t n = 0;
-  for (; n + kStep <= len; n += kStep) hn::StoreU(at(n), d, dst + n);
-  if (n < len) StoreFew(at(n), d, dst + n, len - n);
-}
-
 template <class T, class Real>
 OrpStatus ramp(T* pDst, int len, Real offset, Real slope) {
   ORPS_CHECK_VECTOR(len, pDst);
@@ -34,14 +25,13 @@ OrpStatus ramp(T* pDst, int len, Real offset, Real slope) {
   if constexpr (std::is_same_v<T, float>) {
     constexpr hn::ScalableTag<float> d;
     constexpr hn::RebindToSigned<decltype(d)> di;
-    fill(d, pDst, count, [=](size_t n) HWY_ATTR {
+    Fill(pDst, count, [=](size_t n) HWY_ATTR {
       const auto index = hn::ConvertTo(d, hn::Iota(di, static_cast<int32_t>(n)));
-      return hn::Add(hn::Mul(index, hn::Set(d, slope)), hn::Set(d, offset));
+      return Group<float, float>::Of(hn::Add(hn::Mul(index, hn::Set(d, slope)), hn::Set(d, offset)));
     });
   } else {
-    constexpr hn::Rebind<T, hn::ScalableTag<double>> d;
-    fill(d, pDst, count, [=](size_t n) HWY_ATTR {
-      return ToSamples(d, hn::Add(hn::Mul(indices(n), hn::Set(kDoubles, slope)), hn::Set(kDoubles, offset)));
+    Fill(pDst, count, [=](size_t n) HWY_ATTR {
+      return Group<T>::Of(hn::Add(hn::Mul(indices(n), hn::Set(kDoubles, slope)), hn::Set(kDoubles, offset)));
     });
   }
   return StsOk;
@@ -55,8 +45,7 @@ OrpStatus jaehne(T* pDst, int len, T magnitude) {
   const auto turn = 4 * static_cast<int64_t>(len);
   const double unit = 6.283185307179586 / static_cast<double>(turn);
   int64_t square = 0, next = 1;
-  constexpr hn::Rebind<T, hn::ScalableTag<double>> d;
-  fill(d, pDst, static_cast<size_t>(len), [&](size_t) HWY_ATTR {
+  Fill(pDst, static_cast<size_t>(len), [&](size_t) HWY_ATTR {
     alignas(64) double sines[kLanes];
     for (double& sine : sines) {
       sine = std::sin(unit * static_cast<double>(square));
@@ -64,7 +53,7 @@ OrpStatus jaehne(T* pDst, int len, T magnitude) {
       if (square >= turn) square -= turn;
       next += 2;
     }
-    return ToSamples(d, hn::Mul(hn::Load(kDoubles, sines), hn::Set(kDoubles, static_cast<double>(magnitude))));
+    return Group<T>::Of(hn::Mul(hn::Load(kDoubles, sines), hn::Set(kDoubles, static_cast<double>(magnitude))));
   });
   return StsOk;
 }

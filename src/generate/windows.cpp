@@ -15,7 +15,7 @@
 #include <hwy/foreach_target.h>
 
 #include "frame/check.h"
-#include "generate/samples-inl.h"
+#include "generate/rotation-inl.h"
 #include "simd/shuffle-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -24,9 +24,6 @@ namespace HWY_NAMESPACE {
 namespace {
 
 // ---- Weights. Begin(n) is called for n = 0, kBlock, 2 kBlock, ...; At(j) has those of n + j on, a vector of them.
-
-constexpr size_t kBlock = 64;
-constexpr double kTwoPi = 6.283185307179586;
 
 // n times a slope.
 struct Line {
@@ -37,67 +34,27 @@ struct Line {
   HWY_INLINE Doubles At(size_t j) const { return hn::Mul(indices(first + j), hn::Set(kDoubles, slope)); }
 };
 
-// a - c (b + g c), c = cos(n theta). The cosine of a block's first angle plus one of kBlock small ones; first angles by
-// rotation from one to the next, and now and then by the cosine itself: the error stays below 1e-13.
+struct Multiple {
+  double theta;
+  double operator()(size_t n) const { return theta * static_cast<double>(n); }
+};
+
+// a - c (b + g c), c = cos(n theta): the error of a weight stays below 1e-13.
 class CosineSum {
  public:
-  CosineSum(double a, double b, double g, double theta, size_t count) : a_(a), b_(b), g_(g), theta_(theta) {
-    fine_[0][0] = 1;
-    fine_[1][0] = 0;
-    fine_[0][1] = std::cos(theta);
-    fine_[1][1] = std::sin(theta);
-    const size_t most = HWY_MIN(HWY_MAX(count, kLanes), kBlock);
-    for (size_t k = 1; 2 * k <= kBlock && k < most; k *= 2) {
-      const double c = fine_[0][k], s = fine_[1][k];
-      // The angles from k on, but for k itself, are those below it turned by k; then that of 2 k.
-      if (k < kLanes) {
-        for (size_t j = 1; j < k; ++j) Turn(kOne, j, k, c, s);
-      } else {
-        for (size_t j = 0; j < k; j += kLanes) Turn(kDoubles, j, k, c, s);
-      }
-      if (2 * k < kBlock) Turn(kOne, k, k, c, s);
-    }
-  }
+  CosineSum(double a, double b, double g, double theta, size_t count)
+      : angles_(Multiple{theta}, {1, 0}, count), a_(a), b_(b), g_(g) {}
 
-  HWY_INLINE void Begin(size_t n) {
-    constexpr size_t kSeeds = 64 * kBlock;  // angles from one that is computed to the next
-    if (n % kSeeds == 0) {
-      const double angle = theta_ * static_cast<double>(n);
-      cosine_ = n == 0 ? 1 : std::cos(angle);
-      sine_ = n == 0 ? 0 : std::sin(angle);
-      return;
-    }
-    if (n == kBlock) {
-      stepCosine_ = std::cos(theta_ * kBlock);
-      stepSine_ = std::sin(theta_ * kBlock);
-    }
-    const double turned = cosine_ * stepCosine_ - sine_ * stepSine_;
-    sine_ = sine_ * stepCosine_ + cosine_ * stepSine_;
-    cosine_ = turned;
-  }
-
+  HWY_INLINE void Begin(size_t n) { angles_.Begin(n); }
   HWY_INLINE Doubles At(size_t j) const {
-    const auto c = hn::Sub(hn::Mul(hn::Set(kDoubles, cosine_), hn::Load(kDoubles, fine_[0] + j)),
-                           hn::Mul(hn::Set(kDoubles, sine_), hn::Load(kDoubles, fine_[1] + j)));
+    const auto c = angles_.Re(j);
     const auto slope = hn::Add(hn::Set(kDoubles, b_), hn::Mul(hn::Set(kDoubles, g_), c));
     return hn::Sub(hn::Set(kDoubles, a_), hn::Mul(c, slope));
   }
 
  private:
-  static constexpr hn::CappedTag<double, 1> kOne{};
-
-  // The angles from j on, turned by another one, whose cosine and sine are c and s: those from j + by on.
-  template <class D>
-  HWY_INLINE void Turn(D d, size_t j, size_t by, double c, double s) {
-    const auto cosines = hn::LoadU(d, fine_[0] + j), sines = hn::LoadU(d, fine_[1] + j);
-    const auto byC = hn::Set(d, c), byS = hn::Set(d, s);
-    hn::StoreU(hn::Sub(hn::Mul(cosines, byC), hn::Mul(sines, byS)), d, fine_[0] + j + by);
-    hn::StoreU(hn::Add(hn::Mul(sines, byC), hn::Mul(cosines, byS)), d, fine_[1] + j + by);
-  }
-
-  alignas(64) double fine_[2][kBlock];
-  double a_, b_, g_, theta_;
-  double cosine_ = 1, sine_ = 0, stepCosine_ = 1, stepSine_ = 0;
+  Rotation<double, false, Multiple> angles_;
+  double a_, b_, g_;
 };
 
 template <size_t count>
@@ -175,50 +132,15 @@ struct EachTwice {
   static constexpr size_t pick(size_t i, size_t lanes) { return (i + (isUpper ? lanes : 0)) / 2; }
 };
 
-// kLanes elements: one or two vectors of their lanes.
 template <class E>
-struct Group {
-  using D = hn::Rebind<Lane<E>, hn::ScalableTag<double>>;
-  static constexpr D d{};
-  static constexpr size_t kVectors = Element<E>::kLanes;
-  hn::Vec<D> v[kVectors];
-
-  static HWY_INLINE size_t LanesOf(size_t i, size_t few) {
-    return few * kVectors > i * kLanes ? HWY_MIN(few * kVectors - i * kLanes, kLanes) : 0;
+HWY_INLINE Group<E> times(Group<E> group, Doubles weights) {
+  if constexpr (isComplex<E>) {
+    return {{times(group.v[0], Shuffled<EachTwice<false>>(weights, weights)),
+             times(group.v[1], Shuffled<EachTwice<true>>(weights, weights))}};
+  } else {
+    return {{times(group.v[0], weights)}};
   }
-  static HWY_INLINE Group Load(const E* p) {
-    Group group;
-    for (size_t i = 0; i < kVectors; ++i) group.v[i] = hn::LoadU(d, lanes(p) + i * kLanes);
-    return group;
-  }
-  static HWY_INLINE Group LoadFew(const E* p, size_t few) {
-    Group group;
-    for (size_t i = 0; i < kVectors; ++i) {
-      const size_t count = LanesOf(i, few);
-      group.v[i] = count > 0 ? HWY_NAMESPACE::LoadFew(d, lanes(p) + i * kLanes, count) : hn::Zero(d);
-    }
-    return group;
-  }
-  HWY_INLINE void Store(E* p) const {
-    for (size_t i = 0; i < kVectors; ++i) hn::StoreU(v[i], d, lanes(p) + i * kLanes);
-  }
-  HWY_INLINE void StoreFew(E* p, size_t few) const {
-    for (size_t i = 0; i < kVectors; ++i) {
-      const size_t count = LanesOf(i, few);
-      if (count > 0) HWY_NAMESPACE::StoreFew(v[i], d, lanes(p) + i * kLanes, count);
-    }
-  }
-  HWY_INLINE Group Times(Doubles weights) const {
-    Group group;
-    if constexpr (kVectors == 1) {
-      group.v[0] = times(v[0], weights);
-    } else {
-      group.v[0] = times(v[0], Shuffled<EachTwice<false>>(weights, weights));
-      group.v[1] = times(v[1], Shuffled<EachTwice<true>>(weights, weights));
-    }
-    return group;
-  }
-};
+}
 
 // dst = src times the weights, and those times `unit`. In place or not: both ends are read before they are written.
 template <class Weights, class E>
@@ -229,8 +151,8 @@ HWY_NOINLINE void weigh(Weights& weights, double unit, const E* src, E* dst, siz
   for (; n + kLanes <= count; n += kLanes) {
     if (n % kBlock == 0) weights.Begin(n);
     const auto w = hn::Mul(weights.At(n % kBlock), scale);
-    const auto front = Group<E>::Load(src + n).Times(w);
-    const auto back = Group<E>::Load(src + (len - n - kLanes)).Times(hn::Reverse(kDoubles, w));
+    const auto front = times(Group<E>::Load(src + n), w);
+    const auto back = times(Group<E>::Load(src + (len - n - kLanes)), hn::Reverse(kDoubles, w));
     front.Store(dst + n);
     back.Store(dst + (len - n - kLanes));
   }
@@ -240,9 +162,9 @@ HWY_NOINLINE void weigh(Weights& weights, double unit, const E* src, E* dst, siz
   alignas(64) double turned[2 * kLanes] = {};
   hn::Store(hn::Reverse(kDoubles, w), kDoubles, turned);
   const size_t few = count - n, fewBehind = few - len % 2;  // the middle element is one of those in front
-  const auto front = Group<E>::LoadFew(src + n, few).Times(w);
-  const auto back = Group<E>::LoadFew(src + (len - n - fewBehind), fewBehind)
-                        .Times(hn::LoadU(kDoubles, turned + (kLanes - fewBehind)));
+  const auto front = times(Group<E>::LoadFew(src + n, few), w);
+  const auto back = times(Group<E>::LoadFew(src + (len - n - fewBehind), fewBehind),
+                          hn::LoadU(kDoubles, turned + (kLanes - fewBehind)));
   front.StoreFew(dst + n, few);
   back.StoreFew(dst + (len - n - fewBehind), fewBehind);
 }

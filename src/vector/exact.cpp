@@ -13,11 +13,12 @@ using Uint128 = unsigned __int128;
 
 constexpr Uint128 join(uint64_t high, uint64_t low) { return static_cast<Uint128>(high) << 64 | low; }
 
-// In units of 2^-128, 2^-124 and 2^-125.
+// In units of 2^-128, 2^-124, 2^-125 and 2^-129.
 constexpr Uint128 kFractionOfLog2E = join(0x71547652b82fe177, 0x7d0ffda0d23a7d11);
 constexpr Uint128 kLn2 = join(0xb17217f7d1cf79ab, 0xc9e3b39803f2f6af);
 constexpr Uint128 kTenOverLn10 = join(0x457cb3b4e13ca37e, 0xa0aca556e62034cf);
 constexpr Uint128 kPi = join(0x6487ed5110b4611a, 0x62633145c06e0e68);
+constexpr Uint128 kInversePi = join(0xa2f9836e4e441529, 0xfc2757d1f534ddc0);
 
 // a * b * 2^-128, less than two units too small.
 Uint128 product(Uint128 a, Uint128 b) {
@@ -63,6 +64,23 @@ Uint128 logarithm(uint32_t n) {
     sum += term / k;
   }
   return (sum >> 4) + (kLn2 >> 5) * static_cast<unsigned>(exponent);
+}
+
+// |atan2(im, re)| in units of 2^-125, for re^2 + im^2 < 2^63.
+Uint128 angle(int64_t re, int64_t im) {
+  const auto width = static_cast<uint64_t>(re < 0 ? -re : re), height = static_cast<uint64_t>(im < 0 ? -im : im);
+  const uint64_t x = width > height ? width : height, y = width > height ? height : width;
+  // atan(y / x) = xy / r^2 (1 + 2/3 u + 2/3 4/5 u^2 + ...) with u = y^2 / r^2 <= 1/2 [Euler 1755], in units of 2^-128
+  const uint64_t square = x * x + y * y;
+  const Uint128 u = fraction(y * y, square);
+  Uint128 term = fraction(x * y, square), sum = 0;
+  for (unsigned k = 1; term != 0; ++k) {
+    sum += term;
+    term = product(term, u) / (2 * k + 1) * (2 * k);
+  }
+  sum >>= 3;  // of 2^-125
+  if (height > width) sum = kPi / 2 - sum;
+  return re < 0 ? kPi - sum : sum;
 }
 
 }  // namespace
@@ -148,21 +166,11 @@ int64_t roundedDecibels(uint32_t n, int scale, int64_t below) {
 }
 
 int64_t roundedAngle(int re, int im, int scale, int64_t below) {
-  const auto width = static_cast<uint64_t>(re < 0 ? -re : re), height = static_cast<uint64_t>(im < 0 ? -im : im);
-  if (height == 0 && re >= 0) return below;
-  const uint64_t x = width > height ? width : height, y = width > height ? height : width;
-  // atan(y / x) = xy / r^2 (1 + 2/3 u + 2/3 4/5 u^2 + ...) with u = y^2 / r^2 <= 1/2 [Euler 1755], in units of 2^-128
-  const uint64_t square = x * x + y * y;
-  const Uint128 u = fraction(y * y, square);
-  Uint128 term = fraction(x * y, square), angle = 0;
-  for (unsigned k = 1; term != 0; ++k) {
-    angle += term;
-    term = product(term, u) / (2 * k + 1) * (2 * k);
-  }
-  angle >>= 3;  // of 2^-125
-  if (height > width) angle = kPi / 2 - angle;
-  if (re < 0) angle = kPi - angle;
-  return roundedFixed(angle, int64_t{125} + scale);
+  return im == 0 && re >= 0 ? below : roundedFixed(angle(re, im), int64_t{125} + scale);
+}
+
+int64_t roundedHalfTurns(int64_t re, int64_t im, int64_t below) {
+  return im == 0 && re >= 0 ? below : roundedFixed(product(angle(re, im), kInversePi), 126 - 15);
 }
 
 }  // namespace orpsp

@@ -31,4 +31,7 @@ int64_t roundedDecibels(uint32_t n, int scale, int64_t below);
 // |atan2(im, re)| for 16-bit parts.
 int64_t roundedAngle(int re, int im, int scale, int64_t below);
 
+// |atan2(im, re)| in units of pi * 2^-15, for products of two numbers with 16-bit parts.
+int64_t roundedHalfTurns(int64_t re, int64_t im, int64_t below);
+
 }  // namespace orpsp

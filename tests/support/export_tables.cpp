@@ -29,6 +29,8 @@ const std::vector<Export>& sweptExports() {
 #define ORPS_EXPORT(name, ...) \
   if (!isOfAnotherShape(#name)) all.push_back(describe(#name, &::name, reduces(#name)))
 #include "exports/bits.inc"
+#include "exports/cauchy.inc"
+#include "exports/companding.inc"
 #include "exports/complex.inc"
 #include "exports/convert.inc"
 #include "exports/divide.inc"
@@ -69,8 +71,14 @@ std::vector<std::string> tabledNames() {
 #include "exports/fft_integer.inc"
 #include "exports/fft_real.inc"
 #include "exports/fft_spec.inc"
+#include "exports/filters.inc"
 #include "exports/memory.inc"
+#include "exports/pack.inc"
+#include "exports/random.inc"
+#include "exports/signal.inc"
+#include "exports/tone.inc"
 #include "exports/version.inc"
+#include "exports/viterbi.inc"
 #undef ORPS_EXPORT
 #undef ORPS_EXPORT_VARIANTS
   for (const Export& each : sweptExports()) names.push_back(each.name);

@@ -29,8 +29,8 @@ OrpStatus orpsVectorJaehne_64f(Orp64f* pDst, int len, Orp64f magnitude);
 /** @} */
 
 /** @name VectorRamp, VectorSlope
- *  pDst[n] = offset + slope n, each element by itself: nothing accumulates. `32f` computes in single precision: the index
- *  is rounded, then its product with the slope, then the sum. Two names for one function.
+ *  pDst[n] = offset + slope n, each element by itself: nothing accumulates. `32f` computes in single precision: the
+ *  index is rounded, then its product with the slope, then the sum. Two names for one function.
  *  @{ */
 OrpStatus orpsVectorRamp_8u(Orp8u* pDst, int len, Orp64f offset, Orp64f slope);
 OrpStatus orpsVectorRamp_8s(Orp8s* pDst, int len, Orp64f offset, Orp64f slope);

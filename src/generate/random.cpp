@@ -1,0 +1,373 @@
+// Random numbers: SplitMix64 [Steele, Lea and Flood 2014: Fast splittable pseudorandom number generators] as a function
+// of the position in the sequence.
+//
+// Element n is made from words whose numbers follow from n alone. So a sequence is the same however it is split into
+// calls and whatever the width. Doubles see only operations that every width rounds alike, and no library of
+// mathematics. Elements are made two at a time, an even one and the next.
+#include "orpsp/generate/random.h"
+
+#include "frame/check.h"
+#include "frame/entry.h"
+#include "frame/state.h"
+#include "simd/targets.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "generate/random.cpp"
+#include <hwy/foreach_target.h>
+
+#include "generate/samples-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {
+
+// ---- Words. Word k of the sequence that begins in state s is mixed(s + (k + 1) kGamma), modulo 2^64.
+
+constexpr hn::RebindToUnsigned<hn::ScalableTag<double>> kWords;
+constexpr hn::RepartitionToNarrow<hn::RebindToUnsigned<hn::ScalableTag<double>>> kHalves;
+using Words = hn::Vec<hn::RebindToUnsigned<hn::ScalableTag<double>>>;
+
+constexpr uint64_t kGamma = 0x9E3779B97F4A7C15;
+
+// Modulo 2^64. Only the widest vectors have an instruction for it.
+HWY_INLINE Words times(Words a, uint64_t factor) {
+#if HWY_TARGET == HWY_AVX3
+  return hn::Mul(a, hn::Set(kWords, factor));
+#else
+  const auto lower = hn::Set(kHalves, static_cast<uint32_t>(factor));
+  const auto upper = hn::Set(kHalves, static_cast<uint32_t>(factor >> 32));
+  const auto first = hn::BitCast(kHalves, a), second = hn::Shuffle2301(first);
+  const auto crossed = hn::Add(hn::MulEven(first, upper), hn::MulEven(second, lower));
+  return hn::Add(hn::MulEven(first, lower), hn::ShiftLeft<32>(crossed));
+#endif
+}
+
+HWY_INLINE Words mixed(Words z) {
+  z = times(hn::Xor(z, hn::ShiftRight<30>(z)), 0xBF58476D1CE4E5B9);
+  z = times(hn::Xor(z, hn::ShiftRight<27>(z)), 0x94D049BB133111EB);
+  return hn::Xor(z, hn::ShiftRight<31>(z));
+}
+
+// Where the sequences of a kind begin, so that those of one seed share no words: digits of pi.
+constexpr uint64_t kHalvesState = 0x243F6A8885A308D3, kWholeState = 0x13198A2E03707344,
+                   kGaussState = 0xA4093822299F31D0;
+constexpr uint64_t kDirectState = 0x082EFA98EC4E6C89;  // added by direct forms
+
+// ---- Doubles
+
+// The upper 52 bits of each lane as a fraction between `one`, a power of two, and its double.
+HWY_INLINE Doubles fractionOf(Words words, double one) {
+  return hn::BitCast(kDoubles, hn::Or(hn::ShiftRight<12>(words), hn::BitCast(kWords, hn::Set(kDoubles, one))));
+}
+
+// c0 + c1 x + ... + c6 x^6, with sums that do not wait for each other. Coefficients are those of the least relative
+// error over the interval [Remez 1934: Sur un procede convergent d'approximations successives], below 2e-16.
+HWY_INLINE Doubles polynomial(Doubles x, double c0, double c1, double c2, double c3, double c4, double c5, double c6) {
+  const auto line = [x](double a, double b)
+                        HWY_ATTR { return hn::Add(hn::Set(kDoubles, a), hn::Mul(hn::Set(kDoubles, b), x)); };
+  const auto square = hn::Mul(x, x);
+  const auto lower = hn::Add(line(c0, c1), hn::Mul(line(c2, c3), square));
+  const auto upper = hn::Add(line(c4, c5), hn::Mul(hn::Set(kDoubles, c6), square));
+  return hn::Add(lower, hn::Mul(upper, hn::Mul(square, square)));
+}
+
+// -2 ln x for normal numbers x: x = 2^e m with m in [sqrt(1/2), sqrt(2)), and ln m = 2 artanh((m - 1) / (m + 1)), an
+// odd function.
+HWY_INLINE Doubles minusTwiceLogarithm(Doubles x) {
+  constexpr uint64_t kRootHalf = 0x3FE6A09E667F3BCD, kOne = 0x3FF0000000000000, kFraction = 0x000FFFFFFFFFFFFF;
+  const auto shifted = hn::Add(hn::BitCast(kWords, x), hn::Set(kWords, kOne - kRootHalf));
+  // The biased exponent in the lower bits of a number that has room for it.
+  const auto biased = hn::BitCast(kDoubles, hn::Or(hn::ShiftRight<52>(shifted), hn::Set(kWords, 0x4330000000000000)));
+  const auto e = hn::Sub(biased, hn::Set(kDoubles, 0x1p52 + 1023));
+  const auto m =
+      hn::BitCast(kDoubles, hn::Add(hn::And(shifted, hn::Set(kWords, kFraction)), hn::Set(kWords, kRootHalf)));
+  const auto one = hn::Set(kDoubles, 1.0);
+  const auto f = hn::Div(hn::Sub(one, m), hn::Add(one, m));
+  const auto series =
+      hn::Mul(f, polynomial(hn::Mul(f, f), 4.000000000000001, 1.3333333333310444, 0.8000000012403269,
+                            0.5714283196249861, 0.44446874321672836, 0.36243710940475865, 0.3367710908896887));
+  return hn::Sub(series, hn::Mul(e, hn::Set(kDoubles, 1.3862943611198906)));
+}
+
+// Cosine and sine of pi/2 (q + y), q the upper two bits and y = -1/2 ... 1/2 the next 52 bits.
+HWY_INLINE void cosineAndSine(Words angle, Doubles& cosine, Doubles& sine) {
+  const auto y = hn::Sub(fractionOf(hn::ShiftLeft<2>(angle), 1), hn::Set(kDoubles, 1.5));
+  const auto square = hn::Mul(y, y);
+  const auto c = hn::BitCast(
+      kWords, polynomial(square, 0.9999999999999999, -1.2337005501361489, 0.25366950789975307, -0.02086348073305855,
+                         0.000919259935580167, -2.5200084137816783e-05, 4.654617676678487e-07));
+  const auto s = hn::BitCast(
+      kWords,
+      hn::Mul(y, polynomial(square, 1.5707963267948966, -0.6459640975062443, 0.07969262624603957, -0.00468175413228242,
+                            0.00016044115029166428, -3.598641754487236e-06, 5.633721016484235e-08)));
+  // Odd quarters exchange both. The cosine is negative in quarters 1 and 2, the sine in 2 and 3.
+  const auto isOdd = hn::And(hn::ShiftRight<62>(angle), hn::Set(kWords, 1));
+  const auto exchanged = hn::And(hn::Xor(c, s), hn::Sub(hn::Zero(kWords), isOdd));
+  const auto sign = hn::Set(kWords, uint64_t{1} << 63);
+  const auto signs = hn::And(hn::Xor(angle, hn::ShiftLeft<1>(angle)), sign);
+  cosine = hn::BitCast(kDoubles, hn::Xor(hn::Xor(c, exchanged), signs));
+  sine = hn::BitCast(kDoubles, hn::Xor(hn::Xor(s, exchanged), hn::And(angle, sign)));
+}
+
+// ---- Sources of elements. Store(z, dst, rows) writes rows of 2 kLanes elements, the first of which has an even
+// position. z leads to the words of the first row: its lane i belongs to word Number(i) of these.
+
+constexpr size_t kRow = 2 * kLanes, kRows = 8, kBlock = kRows * kRow;
+
+bool isFinite(double x) { return __builtin_isfinite(x); }
+
+// Each half of a word times the number of integers, divided by 2^32.
+template <class T>
+struct UniformInteger {
+  static constexpr uint64_t kState = kHalvesState;
+  static constexpr uint64_t kWordsOfPair = 1;
+  static constexpr uint64_t Number(size_t i) { return i; }
+  static bool Accepts(T low, T high) { return low <= high; }
+
+  uint32_t low, count;
+
+  UniformInteger(T least, T most) : low(static_cast<uint32_t>(least)), count(static_cast<uint32_t>(most - least + 1)) {}
+
+  HWY_INLINE void Store(Words z, T* dst, size_t rows) const {
+    constexpr hn::Rebind<hwy::MakeUnsigned<T>, decltype(kHalves)> d;
+    const auto step = hn::Set(kWords, kLanes * kGamma);
+    const auto factor = hn::Set(kHalves, count);
+    for (size_t i = 0; i < rows * kRow; i += kRow, z = hn::Add(z, step)) {
+      const auto word = hn::BitCast(kHalves, mixed(z));
+      const auto even = hn::ShiftRight<32>(hn::MulEven(word, factor)), odd = hn::MulEven(hn::Shuffle2301(word), factor);
+      const auto index = hn::OddEven(hn::BitCast(kHalves, odd), hn::BitCast(kHalves, even));
+      const auto element = hn::TruncateTo(d, hn::Add(index, hn::Set(kHalves, low)));
+      hn::StoreU(element, d, reinterpret_cast<hwy::MakeUnsigned<T>*>(dst + i));
+    }
+  }
+};
+
+// low + (high - low) u, u the upper 24 bits of half a word or the upper 52 bits of one as a fraction. Where high - low
+// overflows, twice the half of that. Rounding may lead to high: the number below stands for it.
+template <class T>
+struct UniformReal {
+  static constexpr bool kWhole = sizeof(T) == 8;
+  static constexpr uint64_t kState = kWhole ? kWholeState : kHalvesState;
+  static constexpr uint64_t kWordsOfPair = kWhole ? 2 : 1;
+  static constexpr uint64_t Number(size_t i) { return i; }
+  static bool Accepts(T low, T high) { return isFinite(low) && isFinite(high) && low <= high; }
+
+  static constexpr hn::ScalableTag<T> d{};
+  T low, span, most;
+  bool isHalf;
+
+  UniformReal(T least, T bound)
+      : low(least), span(bound - least), most(least < bound ? Below(bound) : bound), isHalf(!isFinite(span)) {
+    if (!isHalf) return;
+    low = least / 2;
+    span = bound / 2 - low;
+  }
+
+  static T Below(T x) {
+    using Bits = hwy::MakeUnsigned<T>;
+    if (x == 0) return -std::numeric_limits<T>::denorm_min();
+    const Bits bits = __builtin_bit_cast(Bits, x);
+    return __builtin_bit_cast(T, x > 0 ? bits - 1 : bits + 1);
+  }
+  HWY_INLINE void Store(Words z, T* dst, size_t rows) const {
+    const auto step = hn::Set(kWords, kLanes * kGamma);
+    for (size_t i = 0; i < rows * kRow; i += hn::MaxLanes(d), z = hn::Add(z, step)) {
+      const auto u = [z]() HWY_ATTR {
+        if constexpr (kWhole) {
+          return hn::Sub(fractionOf(mixed(z), 1), hn::Set(d, 1));
+        } else {
+          const auto integers = hn::ShiftRight<8>(hn::BitCast(kHalves, mixed(z)));
+          return hn::Mul(hn::ConvertTo(d, hn::BitCast(hn::RebindToSigned<decltype(d)>{}, integers)),
+                         hn::Set(d, 0x1p-24f));
+        }
+      }();
+      auto element = hn::Add(hn::Set(d, low), hn::Mul(hn::Set(d, span), u));
+      if (HWY_UNLIKELY(isHalf)) element = hn::Add(element, element);
+      hn::StoreU(hn::Min(element, hn::Set(d, most)), d, dst + i);
+    }
+  }
+};
+
+// Pairs by radius and angle, as cosine and sine [Box and Muller 1958: A note on the generation of random normal
+// deviates].
+template <class T>
+struct Gauss {
+  static constexpr uint64_t kState = kGaussState;
+  static constexpr uint64_t kWordsOfPair = 2;
+  // So that interleaving within 128 bits puts the elements in order. Angles are the next words.
+  static constexpr uint64_t Number(size_t i) { return 2 * (i / 2 + i % 2 * (kLanes / 2)); }
+  static bool Accepts(double mean, double deviation) { return isFinite(mean) && isFinite(deviation) && deviation >= 0; }
+
+  double mean, deviation;
+
+  Gauss(T centre, T width) : mean(centre), deviation(width) {}
+
+  HWY_INLINE Doubles Value(Doubles normal) const {
+    return hn::Add(hn::Set(kDoubles, mean), hn::Mul(hn::Set(kDoubles, deviation), normal));
+  }
+  // In three loops, since a single one would be a chain too long for the processor to overlap with the next.
+  HWY_INLINE void Store(Words z, T* dst, size_t rows) const {
+    constexpr hn::Rebind<T, hn::ScalableTag<double>> d;
+    alignas(64) uint64_t words[2 * kRows * kLanes];
+    alignas(64) double radii[kRows * kLanes];
+    uint64_t* const angles = words + kRows * kLanes;
+    const auto step = hn::Set(kWords, kWordsOfPair * kLanes * kGamma), gamma = hn::Set(kWords, kGamma);
+    for (size_t i = 0; i < rows * kLanes; i += kLanes, z = hn::Add(z, step)) {
+      hn::Store(mixed(z), kWords, words + i);
+      hn::Store(mixed(hn::Add(z, gamma)), kWords, angles + i);
+    }
+    for (size_t i = 0; i < rows * kLanes; i += kLanes) {
+      const auto uniform = hn::Sub(hn::Set(kDoubles, 2.0), fractionOf(hn::Load(kWords, words + i), 1));  // in (0, 1]
+      hn::Store(hn::Sqrt(minusTwiceLogarithm(uniform)), kDoubles, radii + i);
+    }
+    for (size_t i = 0; i < rows * kLanes; i += kLanes) {
+      Doubles cosine, sine;
+      cosineAndSine(hn::Load(kWords, angles + i), cosine, sine);
+      const auto radius = hn::Load(kDoubles, radii + i);
+      const auto even = Value(hn::Mul(radius, cosine)), odd = Value(hn::Mul(radius, sine));
+      hn::StoreU(ToSamples(d, hn::InterleaveLower(kDoubles, even, odd)), d, dst + 2 * i);
+      hn::StoreU(ToSamples(d, hn::InterleaveUpper(kDoubles, even, odd)), d, dst + 2 * i + kLanes);
+    }
+  }
+};
+
+// ---- Sequences
+
+// What leads to the words of a row.
+template <class Source>
+struct FirstWords {
+  alignas(64) uint64_t behind[kLanes];
+  constexpr FirstWords() : behind() {
+    for (size_t i = 0; i < kLanes; ++i) behind[i] = (Source::Number(i) + 1) * kGamma;
+  }
+};
+template <class Source>
+constexpr FirstWords<Source> kFirstWords;
+
+// Elements from `position` on. Where an end of them is within a block, all of the block's rows that are needed are
+// made.
+template <class Source, class T>
+HWY_NOINLINE void fill(const Source& source, uint64_t state, uint64_t position, T* dst, size_t len) {
+  const auto step = hn::Set(kWords, kRows * kLanes * Source::kWordsOfPair * kGamma);
+  auto z = hn::Add(hn::Load(kWords, kFirstWords<Source>.behind),
+                   hn::Set(kWords, state + position / 2 * Source::kWordsOfPair * kGamma));
+  for (size_t skipped = position % 2; len > 0; z = hn::Add(z, step)) {
+    const size_t count = HWY_MIN(len, kBlock - skipped);
+    if (count == kBlock) {
+      source.Store(z, dst, kRows);
+    } else {
+      T block[kBlock];
+      source.Store(z, block, (skipped + count + kRow - 1) / kRow);
+      __builtin_memcpy(dst, block + skipped, count * sizeof(T));
+    }
+    skipped = 0;
+    dst += count;
+    len -= count;
+  }
+}
+
+// A sequence is as long as there are positions, and then begins again.
+template <class Source, class Position, class T>
+void sequence(const Source& source, uint64_t state, Position position, T* dst, size_t len) {
+  const auto left = static_cast<Position>(-position);
+  if (left != 0 && left < len) {
+    fill(source, state, position, dst, left);
+    fill(source, state, 0, dst + left, len - left);
+  } else {
+    fill(source, state, position, dst, len);
+  }
+}
+
+// ---- State objects
+
+struct RandomState {
+  uint32_t tag;
+  uint64_t position;
+  double parameters[2];
+  uint64_t home;
+};
+
+template <class S, class T, uint32_t tag>
+struct KindOf {
+  using Source = S;
+  using Element = T;
+  static constexpr uint32_t kTag = tag;
+};
+template <class Handle>
+struct Kind;
+#define ORPSP_RANDOM_KIND(name, source, type, tag) \
+  template <>                                      \
+  struct Kind<name> : KindOf<source<type>, type, tag> {}
+ORPSP_RANDOM_KIND(OrpRandUniformState_8u, UniformInteger, Orp8u, 0x52440001);
+ORPSP_RANDOM_KIND(OrpRandUniformState_16s, UniformInteger, Orp16s, 0x52440002);
+ORPSP_RANDOM_KIND(OrpRandUniformState_32f, UniformReal, Orp32f, 0x52440003);
+ORPSP_RANDOM_KIND(OrpRandGaussState_8u, Gauss, Orp8u, 0x52440004);
+ORPSP_RANDOM_KIND(OrpRandGaussState_16s, Gauss, Orp16s, 0x52440005);
+ORPSP_RANDOM_KIND(OrpRandGaussState_32f, Gauss, Orp32f, 0x52440006);
+#undef ORPSP_RANDOM_KIND
+
+template <class Handle, class T>
+RandomState begin(T first, T second, Orp32u seed) {
+  const auto a = static_cast<double>(first), b = static_cast<double>(second);
+  return {Kind<Handle>::kTag, uint64_t{seed} << 32, {a, b}, 0};
+}
+
+template <class Handle, class T>
+OrpStatus init(Handle* pState, T first, T second, Orp32u seed) {
+  ORPS_RETURN_IF(anyNull(pState), StsNullPtr);
+  ORPS_RETURN_IF(!Kind<Handle>::Source::Accepts(first, second), StsBadArg);
+  writeState(pState, begin<Handle>(first, second, seed));
+  return StsOk;
+}
+
+template <class Handle, class T>
+OrpStatus initAlloc(Handle** ppState, T first, T second, Orp32u seed) {
+  ORPS_RETURN_IF(anyNull(ppState), StsNullPtr);
+  ORPS_RETURN_IF(!Kind<Handle>::Source::Accepts(first, second), StsBadArg);
+  return allocateState(ppState, begin<Handle>(first, second, seed));
+}
+
+template <class Handle>
+OrpStatus release(Handle* pState) {
+  return releaseState<RandomState>(pState, Kind<Handle>::kTag);
+}
+
+// ---- Elements
+
+template <class Handle, class T>
+OrpStatus next(T* pDst, int len, Handle* pState) {
+  using Source = typename Kind<Handle>::Source;
+  ORPS_CHECK_VECTOR(len, pDst, pState);
+  RandomState state;
+  ORPS_RETURN_IF(!readState(pState, Kind<Handle>::kTag, state), StsSpecMismatch);
+  const Source source(static_cast<T>(state.parameters[0]), static_cast<T>(state.parameters[1]));
+  sequence(source, Source::kState, state.position, pDst, static_cast<size_t>(len));
+  state.position += static_cast<uint64_t>(len);
+  writeState(pState, state);
+  return StsOk;
+}
+
+// The seed is the position times the inverse of an odd number, modulo 2^32: neighbouring seeds are far apart.
+template <template <class> class Source, class T>
+OrpStatus direct(T* pDst, int len, T first, T second, Orp32u* pSeed) {
+  constexpr uint32_t kSpread = 0x9E3779B1, kInverse = 0x0E8B2F51;
+  static_assert(kSpread * kInverse == 1);
+  ORPS_CHECK_VECTOR(len, pDst, pSeed);
+  ORPS_RETURN_IF(!Source<T>::Accepts(first, second), StsBadArg);
+  const uint32_t seed = get(pSeed);
+  sequence(Source<T>(first, second), Source<T>::kState + kDirectState, seed * kSpread, pDst, static_cast<size_t>(len));
+  put(pSeed, seed + static_cast<uint32_t>(len) * kInverse);
+  return StsOk;
+}
+
+template <class T>
+using Uniform = std::conditional_t<std::is_integral_v<T>, UniformInteger<T>, UniformReal<T>>;
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#define ORPSP_TABLE "exports/random.inc"
+#include "frame/exports-inl.h"

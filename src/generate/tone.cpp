@@ -1,0 +1,271 @@
+// Tones and triangles.
+//
+// Phases are kept in turns, where a period is 1: the turns that n samples take are exact to the last bit for any n, so
+// that a signal does not depend on how it is divided into calls.
+#include "orpsp/generate/tone.h"
+
+#include <cmath>
+
+#include "frame/check.h"
+#include "frame/entry.h"
+#include "frame/state.h"
+#include "simd/element.h"
+#include "simd/targets.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "generate/tone.cpp"
+#include <hwy/foreach_target.h>
+
+#include "generate/rotation-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace orpsp {
+namespace HWY_NAMESPACE {
+namespace {
+
+// ---- Phases
+
+// Turns below 2, less a whole one.
+HWY_INLINE Doubles wrapped(Doubles turns) {
+  const auto one = hn::Set(kDoubles, 1.0);
+  return hn::IfThenElse(hn::Ge(turns, one), hn::Sub(turns, one), turns);
+}
+
+// The fractions of multiples of a frequency in [0, 0.5).
+class Turns {
+ public:
+  explicit Turns(double frequency) {
+    parts_[0] = std::floor(frequency * 0x1p21) * 0x1p-21;
+    parts_[1] = std::floor((frequency - parts_[0]) * 0x1p43) * 0x1p-43;
+    parts_[2] = frequency - parts_[0] - parts_[1];
+  }
+
+  // n times the frequency less its integer, n < 2^31: the products of the first two parts are exact.
+  double Of(size_t n) const {
+    const double times = static_cast<double>(n);
+    const double sum = Fraction(times * parts_[0]) + Fraction(times * parts_[1]) + times * parts_[2];
+    return Fraction(sum);
+  }
+  // The same for a vector of n below 2^10.
+  HWY_INLINE Doubles Of(Doubles n) const {
+    const auto product = hn::Mul(n, hn::Set(kDoubles, parts_[0]));
+    const auto rest = hn::Mul(n, hn::Set(kDoubles, parts_[1] + parts_[2]));
+    return wrapped(hn::Add(hn::Sub(product, hn::Floor(product)), rest));
+  }
+
+ private:
+  static double Fraction(double turns) { return turns - std::floor(turns); }
+
+  double parts_[3];
+};
+
+// The phase in [0, 2 pi) after some turns.
+template <class Real>
+Real advanced(double phase, double turns) {
+  const double sum = phase + kTwoPi * turns;
+  const Real rounded = static_cast<Real>(sum >= kTwoPi ? sum - kTwoPi : sum);
+  return rounded >= 0 && rounded < kTwoPi ? rounded : Real{0};
+}
+
+// ---- Tone
+
+template <class T, class E>
+HWY_NOINLINE void fillTone(E* dst, size_t len, double magnitude, double frequency, double phase) {
+  const Turns turns(frequency);
+  const auto angleOf = [turns](size_t n) {
+    const double at = turns.Of(n);
+    return kTwoPi * (at < 0.5 ? at : at - 1);
+  };
+  const Direction start{magnitude * std::cos(phase), phase == 0 ? 0 : magnitude * std::sin(phase)};
+  Rotation<T, sizeof(Lane<E>) == 8, decltype(angleOf)> pointer(angleOf, start, len);
+  Fill(dst, len, [&](size_t n) HWY_ATTR {
+    if (n % kBlock == 0) pointer.Begin(n);
+    if constexpr (isComplex<E>) {
+      return Group<E, T>::Of(pointer.Re(n % kBlock), pointer.Im(n % kBlock));
+    } else {
+      return Group<E, T>::Of(pointer.Re(n % kBlock));
+    }
+  });
+}
+
+template <class E, class Magnitude, class Real>
+OrpStatus toneDirect(E* pDst, int len, Magnitude magnitude, Real rFreq, Real* pPhase, int hint) {
+  ORPS_RETURN_IF(anyNull(pPhase), StsNullPtr);
+  ORPS_RETURN_IF(!(magnitude > 0), StsToneMagnitude);
+  ORPS_RETURN_IF(!(rFreq >= 0 && rFreq < Real{0.5}), StsToneFrequency);
+  const double phase = get(pPhase);
+  ORPS_RETURN_IF(!(phase >= 0 && phase < kTwoPi), StsTonePhase);
+  ORPS_CHECK_VECTOR(len, pDst);
+  const size_t count = static_cast<size_t>(len);
+  put(pPhase, advanced<Real>(phase, Turns(rFreq).Of(count)));
+  if (sizeof(Real) == 4 && hint == 1) {
+    fillTone<Real>(pDst, count, magnitude, rFreq, phase);
+  } else {
+    fillTone<double>(pDst, count, magnitude, rFreq, phase);
+  }
+  return StsOk;
+}
+
+// ---- Triangle
+
+// The wave of magnitude 1 as a function of the phase in turns: from 1 down to -1 at `turn`, and up again. Of the two
+// lines the upper one counts.
+class Wave {
+ public:
+  explicit Wave(double asymmetry) : turn_(HWY_MAX(0.5 + asymmetry / kTwoPi, 0)) {
+    fall_ = turn_ > 0 ? -2 / turn_ : 0;
+    top_ = turn_ > 0 ? 1 : -1;  // it falls at once, before the first sample
+    rise_ = 2 / (1 - turn_);
+  }
+
+  HWY_INLINE Doubles At(Doubles turns) const {
+    const auto one = hn::Set(kDoubles, 1.0);
+    const auto falling = hn::Add(hn::Mul(turns, hn::Set(kDoubles, fall_)), hn::Set(kDoubles, top_));
+    const auto rising = hn::Sub(hn::Mul(hn::Sub(turns, hn::Set(kDoubles, turn_)), hn::Set(kDoubles, rise_)), one);
+    return hn::Min(hn::Max(falling, rising), one);
+  }
+
+ private:
+  double turn_, fall_, top_, rise_;
+};
+
+template <class E>
+HWY_NOINLINE void fillTriangle(E* dst, size_t len, double magnitude, double frequency, double asymmetry, double phase) {
+  const Turns turns(frequency);
+  const Wave wave(asymmetry);
+  const auto scale = hn::Set(kDoubles, magnitude);
+  const double start = phase / kTwoPi;
+  alignas(64) double fine[kBlock];
+  for (size_t j = 0; j < HWY_MIN(len, kBlock); j += kLanes) hn::Store(turns.Of(indices(j)), kDoubles, fine + j);
+  double first = 0;
+  Fill(dst, len, [&](size_t n) HWY_ATTR {
+    if (n % kBlock == 0) {
+      first = start + turns.Of(n);
+      if (first >= 1) first -= 1;
+    }
+    const auto at = wrapped(hn::Add(hn::Set(kDoubles, first), hn::Load(kDoubles, fine + n % kBlock)));
+    const auto re = hn::Mul(wave.At(at), scale);
+    if constexpr (isComplex<E>) {
+      const auto quarterBefore = wrapped(hn::Add(at, hn::Set(kDoubles, 0.75)));
+      return Group<E>::Of(re, hn::Mul(wave.At(quarterBefore), scale));
+    } else {
+      return Group<E>::Of(re);
+    }
+  });
+}
+
+template <class E, class Magnitude, class Real>
+OrpStatus triangleDirect(E* pDst, int len, Magnitude magnitude, Real rFreq, Real asymmetry, Real* pPhase) {
+  constexpr Real kPi = static_cast<Real>(kTwoPi / 2);
+  ORPS_RETURN_IF(anyNull(pPhase), StsNullPtr);
+  ORPS_RETURN_IF(!(magnitude > 0), StsTriangleMagnitude);
+  ORPS_RETURN_IF(!(rFreq >= 0 && rFreq < Real{0.5}), StsTriangleFrequency);
+  ORPS_RETURN_IF(!(asymmetry >= -kPi && asymmetry < kPi), StsTriangleAsymmetry);
+  const double phase = get(pPhase);
+  ORPS_RETURN_IF(!(phase >= 0 && phase < kTwoPi), StsTrianglePhase);
+  ORPS_CHECK_VECTOR(len, pDst);
+  const size_t count = static_cast<size_t>(len);
+  put(pPhase, advanced<Real>(phase, Turns(rFreq).Of(count)));
+  fillTriangle(pDst, count, magnitude, rFreq, asymmetry, phase);
+  return StsOk;
+}
+
+// ---- Fixed-point parameters and state
+
+constexpr double kQ15 = 0x1p-15;
+constexpr Orp16u kHighestFrequencyQ15 = 16383;
+constexpr Orp32u kHighestPhaseQ15 = 205886;
+constexpr Orp32s kHighestAsymmetryQ15 = 102943;
+
+// Frequencies are multiples of 2^-15: 2^15 samples are whole periods, and a count of the samples so far is the exact
+// phase at any time.
+struct ToneState {
+  static constexpr Orp32u kTag = 0x434D4148;
+  Orp32u tag;
+  double magnitude, frequency, phase;
+  Orp32u counters[2];
+  Orp64u home;
+
+  OrpStatus Set(Orp16s magnitudeIn, Orp16u rFreqQ15, Orp32u phaseQ15) {
+    ORPS_RETURN_IF(magnitudeIn < 1, StsToneMagnitude);
+    ORPS_RETURN_IF(rFreqQ15 > kHighestFrequencyQ15, StsToneFrequency);
+    ORPS_RETURN_IF(phaseQ15 > kHighestPhaseQ15, StsTonePhase);
+    *this = {kTag, double(magnitudeIn), rFreqQ15 * kQ15, phaseQ15 * kQ15, {}, 0};
+    return StsOk;
+  }
+  void Generate(Orp16s* dst, size_t len, double phaseNow) const {
+    fillTone<double>(dst, len, magnitude, frequency, phaseNow);
+  }
+};
+struct TriangleState {
+  static constexpr Orp32u kTag = 0x434D4149;
+  Orp32u tag;
+  double magnitude, frequency, phase, asymmetry, unused[10];
+  Orp32u counters[3];
+  Orp64u home;
+
+  OrpStatus Set(Orp16s magnitudeIn, Orp16u rFreqQ15, Orp32u phaseQ15, Orp32s asymmetryQ15) {
+    ORPS_RETURN_IF(magnitudeIn < 1, StsTriangleMagnitude);
+    ORPS_RETURN_IF(rFreqQ15 > kHighestFrequencyQ15, StsTriangleFrequency);
+    ORPS_RETURN_IF(phaseQ15 > kHighestPhaseQ15, StsTrianglePhase);
+    ORPS_RETURN_IF(asymmetryQ15 < -kHighestAsymmetryQ15 || asymmetryQ15 > kHighestAsymmetryQ15, StsTriangleAsymmetry);
+    *this = {kTag, double(magnitudeIn), rFreqQ15 * kQ15, phaseQ15 * kQ15, asymmetryQ15 * kQ15, {}, {}, 0};
+    return StsOk;
+  }
+  void Generate(Orp16s* dst, size_t len, double phaseNow) const {
+    fillTriangle(dst, len, magnitude, frequency, asymmetry, phaseNow);
+  }
+};
+
+template <class State, class Handle, class... Parameter>
+OrpStatus init(Handle* pState, Parameter... parameter) {
+  ORPS_RETURN_IF(anyNull(pState), StsNullPtr);
+  State state;
+  const OrpStatus status = state.Set(parameter...);
+  if (status == StsOk) writeState(pState, state);
+  return status;
+}
+
+template <class State, class Handle, class... Parameter>
+OrpStatus initAlloc(Handle** ppState, Parameter... parameter) {
+  ORPS_RETURN_IF(anyNull(ppState), StsNullPtr);
+  State state;
+  const OrpStatus status = state.Set(parameter...);
+  return status == StsOk ? allocateState(ppState, state) : status;
+}
+
+template <class State, class Handle>
+OrpStatus release(Handle* pState) {
+  return releaseState<State>(pState, State::kTag);
+}
+
+template <class State, class Handle>
+OrpStatus generate(Orp16s* pDst, int len, Handle* pState) {
+  ORPS_CHECK_VECTOR(len, pDst, pState);
+  State state;
+  ORPS_RETURN_IF(!readState(pState, State::kTag, state), StsSpecMismatch);
+  const size_t count = static_cast<size_t>(len);
+  const uint64_t done = (uint64_t{state.counters[1]} << 32) + state.counters[0];
+  state.Generate(pDst, count, advanced<double>(state.phase, Turns(state.frequency).Of(done % 32768)));
+  state.counters[0] = static_cast<Orp32u>(done + count);
+  state.counters[1] = static_cast<Orp32u>((done + count) >> 32);
+  writeState(pState, state);
+  return StsOk;
+}
+
+template <class State, class... Parameter>
+OrpStatus generateDirect(Orp16s* pDst, int len, Parameter... parameter) {
+  ORPS_CHECK_VECTOR(len, pDst);
+  State state;
+  const OrpStatus status = state.Set(parameter...);
+  if (status == StsOk) state.Generate(pDst, static_cast<size_t>(len), state.phase);
+  return status;
+}
+
+}  // namespace
+}  // namespace HWY_NAMESPACE
+}  // namespace orpsp
+HWY_AFTER_NAMESPACE();
+
+#define ORPSP_TABLE "exports/tone.inc"
+#include "frame/exports-inl.h"
