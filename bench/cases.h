@@ -12,11 +12,16 @@ std::span<const Case> arithmeticCases();
 std::span<const Case> convertCases();
 std::span<const Case> thresholdCases();
 std::span<const Case> mathsCases();
+std::span<const Case> compandingCases();
 std::span<const Case> complexCases();
 std::span<const Case> reductionCases();
 std::span<const Case> extremaCases();
 std::span<const Case> packedCases();
+std::span<const Case> signalCases();
+std::span<const Case> toneCases();
 std::span<const Case> windowCases();
+std::span<const Case> randomCases();
+std::span<const Case> viterbiCases();
 
 }  // namespace bench
 
