@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds orpSP and uses it on real recordings: mixes two into one, converts one, limits one, measures one and
-# draws its spectrum.
+# Builds orpSP and uses it on real recordings: mixes two into one, converts one, limits one, measures one, draws its
+# spectrum and sends it through the codes of the telephone; and makes a tone and noise.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 . scripts/packages.sh
@@ -43,3 +43,13 @@ echo "What frequencies it holds:"
 build/release/bin/wavtool spectrum "$sounds/Front_Left.wav" build/spectrum.svg
 echo
 echo "The picture is $PWD/build/spectrum.svg; a browser shows it."
+echo
+echo "The first recording in the 8-bit codes of the telephone, A-law and mu-law, and decoded again:"
+build/release/bin/wavtool alaw "$sounds/Front_Left.wav" build/alaw.wav
+build/release/bin/wavtool mulaw "$sounds/Front_Left.wav" build/mulaw.wav
+echo
+echo "A tone and noise:"
+build/release/bin/wavtool tone build/tone.wav --frequency 440
+build/release/bin/wavtool noise build/noise.wav
+echo
+echo "They are in $PWD/build: alaw.wav, mulaw.wav, tone.wav and noise.wav"

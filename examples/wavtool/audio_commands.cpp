@@ -8,6 +8,9 @@ void addAudioCommands(CLI::App& tool, const Options& options) {
   addLimit(tool, options);
   addStats(tool, options);
   addSpectrum(tool, options);
+  addTone(tool, options);
+  addNoise(tool, options);
+  addCompanding(tool, options);
 }
 
 }  // namespace wavtool

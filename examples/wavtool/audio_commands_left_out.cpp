@@ -7,7 +7,7 @@
 namespace wavtool {
 
 void addAudioCommands(CLI::App& tool, const Options&) {
-  for (const std::string name : {"mix", "convert", "limit", "stats", "spectrum"})
+  for (const std::string name : {"mix", "convert", "limit", "stats", "spectrum", "tone", "noise", "alaw", "mulaw"})
     tool.add_subcommand(name, "(not in this build: it was made without libsndfile)")
         ->fallthrough(false)
         ->allow_extras()

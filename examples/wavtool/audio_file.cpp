@@ -105,6 +105,14 @@ int bytesOf(SampleType type) {
 
 std::string nameOf(SampleType type) { return nameOfFormat(wavFormat(type)); }
 
+SampleType parseSampleType(const std::string& word) {
+  if (word == "8") return SampleType::k8u;
+  if (word == "16") return SampleType::k16s;
+  if (word == "24") return SampleType::k24s;
+  if (word == "float") return SampleType::k32f;
+  throw Failure("'" + word + "' is not a sample format: give --bits 8, 16, 24 or float");
+}
+
 void CloseAudio::operator()(SNDFILE* file) const { sf_close(file); }
 
 AudioReader::AudioReader(const std::string& path) : path_(path), wav_(isWholeWav(path)) {

@@ -24,7 +24,8 @@ enum class SampleType { k8u, k16s, k24s, k32s, k32f, k64f };
 
 constexpr bool isInteger(SampleType type) { return type <= SampleType::k32s; }
 int bytesOf(SampleType type);
-std::string nameOf(SampleType type);  // "Signed 16 bit PCM"
+std::string nameOf(SampleType type);                  // "Signed 16 bit PCM"
+SampleType parseSampleType(const std::string& word);  // what --bits says: "8", "16", "24", "float"
 
 struct CloseAudio {
   void operator()(sf_private_tag* file) const;

@@ -21,6 +21,9 @@ void addConvert(CLI::App& tool, const Options& options);
 void addLimit(CLI::App& tool, const Options& options);
 void addStats(CLI::App& tool, const Options& options);
 void addSpectrum(CLI::App& tool, const Options& options);
+void addTone(CLI::App& tool, const Options& options);
+void addNoise(CLI::App& tool, const Options& options);
+void addCompanding(CLI::App& tool, const Options& options);  // alaw and mulaw
 
 // The commands that read and write recordings: all of them, or, in a build without libsndfile, one line of apology
 // each.

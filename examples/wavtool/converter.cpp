@@ -1,10 +1,18 @@
 #include "converter.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace wavtool {
 namespace {
 
 // Turns an unsigned 8-bit sample, whose zero is 128, into a signed one, and back.
 constexpr Orp8u kTopBit = 0x80;
+
+double rounded(double value, int rounding) {
+  if (rounding == OrpRoundZero) return std::trunc(value);
+  return rounding == OrpRoundNear ? std::nearbyint(value) : std::round(value);
+}
 
 }  // namespace
 
@@ -60,6 +68,15 @@ void Converter::encode(std::span<const double> from, SampleType type, int roundi
       calls_.orpsCopy_64f(from.data(), static_cast<Orp64f*>(to), len);
       break;
   }
+}
+
+int64_t clipped(std::span<const double> samples, SampleType type, int rounding) {
+  const double scale = isInteger(type) ? std::ldexp(1.0, 8 * bytesOf(type) - 1) : 1;
+  return std::count_if(samples.begin(), samples.end(), [=](double sample) {
+    if (!isInteger(type)) return std::isfinite(sample) && std::isinf(static_cast<float>(sample));
+    const double value = rounded(sample * scale, rounding);
+    return value < -scale || value > scale - 1;
+  });
 }
 
 }  // namespace wavtool

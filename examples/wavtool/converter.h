@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -45,5 +46,8 @@ class Converter {
   std::vector<Orp16s> medium_;
   std::vector<Orp32s> wide_;
 };
+
+// How many samples are beyond what the type holds, after rounding. Of floats these are infinities.
+int64_t clipped(std::span<const double> samples, SampleType type, int rounding);
 
 }  // namespace wavtool

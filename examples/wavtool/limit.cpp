@@ -18,15 +18,6 @@ struct Calls {
   WAVTOOL_FUNCTION(orpsThreshold_GTAbs_64f_I);
 };
 
-// The amplitude that `word` means: "-6", "-6dB", "-0.5 dBFS".
-double parseLevel(const std::string& word) {
-  const auto number = parseNumber(word);
-  if (!number || (!number->unit.empty() && !isDecibels(number->unit) && number->unit != "dBFS"))
-    throw Failure("'" + word + "' is not a level: give decibels below full scale such as -6");
-  if (number->value > 0) throw Failure("'" + word + "' is above full scale: a level is at most 0 dBFS");
-  return std::pow(10.0, number->value / 20);
-}
-
 // The greatest amplitude up to `level` that a sample of the type can have: nothing is rounded up beyond the level.
 double amplitudeWithin(double level, SampleType type) {
   if (type == SampleType::k64f) return level;

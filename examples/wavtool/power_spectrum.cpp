@@ -1,5 +1,3 @@
-// [Harris 1978] F. J. Harris, On the use of windows for harmonic analysis with the discrete Fourier transform,
-// Proceedings of the IEEE 66(1): 51-83.
 #include "power_spectrum.h"
 
 #include <algorithm>
@@ -19,10 +17,8 @@ int lengthOf(const auto& vector) { return static_cast<int>(vector.size()); }
 
 }  // namespace
 
-PowerSpectrum::PowerSpectrum(const Library& library, size_t frameLength) : calls_{library}, window_(frameLength) {
-  // The Hann window [Harris 1978], half a sample from its zeros, so that no sample is lost.
-  const double step = std::numbers::pi / static_cast<double>(frameLength);
-  for (size_t n = 0; n < frameLength; ++n) window_[n] = std::pow(std::sin((static_cast<double>(n) + 0.5) * step), 2);
+PowerSpectrum::PowerSpectrum(const Library& library, const Window& window, size_t frameLength)
+    : calls_{library}, window_(weightsOf(window, library, frameLength)) {
   frame_.resize(2 * std::bit_ceil(frameLength));
   bins_.resize(frame_.size() / 2 + 1);
   power_.resize(bins_.size());

@@ -9,14 +9,15 @@
 
 #include "audio_file.h"
 #include "library.h"
+#include "window.h"
 
 namespace wavtool {
 
-// Adds up the power spectra of frames of one length, each under a Hann window. A frame is filled up with zeros to at
+// Adds up the power spectra of frames of one length, each under a window. A frame is filled up with zeros to at
 // least twice its length, so that the spectrum shows where between two independent values a maximum lies.
 class PowerSpectrum {
  public:
-  PowerSpectrum(const Library& library, size_t frameLength);
+  PowerSpectrum(const Library& library, const Window& window, size_t frameLength);
   ~PowerSpectrum();
   PowerSpectrum(const PowerSpectrum&) = delete;
   PowerSpectrum& operator=(const PowerSpectrum&) = delete;

@@ -21,6 +21,7 @@
 #include "power_spectrum.h"
 #include "spectrum_plot.h"
 #include "stopwatch.h"
+#include "window.h"
 
 namespace wavtool {
 namespace {
@@ -45,10 +46,10 @@ struct Averages {
 };
 
 // The mean of overlapping frames' power spectra [Welch 1967].
-Averages averagesOf(const Library& library, const std::string& path, Stopwatch& working) {
+Averages averagesOf(const Library& library, const Window& window, const std::string& path, Stopwatch& working) {
   AudioReader input(path);
   const double rate = input.format().rate;
-  PowerSpectrum spectrum(library, frameLength(input, kSpectrumSeconds));
+  PowerSpectrum spectrum(library, window, frameLength(input, kSpectrumSeconds));
   const size_t length = spectrum.frameLength(), frames = framesIn(input, length);
   std::vector<Levels> channels(static_cast<size_t>(input.format().channels), Levels(spectrum.bins()));
   const int64_t bad = forEachFrame(library, input, length, frames, [&](size_t, size_t channel, auto samples) {
@@ -66,9 +67,10 @@ Averages averagesOf(const Library& library, const std::string& path, Stopwatch& 
 }
 
 // The same of equal parts of the recording, all channels together.
-std::vector<Levels> momentsOf(const Library& library, const std::string& path, Stopwatch& working) {
+std::vector<Levels> momentsOf(const Library& library, const Window& window, const std::string& path,
+                              Stopwatch& working) {
   AudioReader input(path);
-  PowerSpectrum spectrum(library, frameLength(input, kSpectrogramSeconds));
+  PowerSpectrum spectrum(library, window, frameLength(input, kSpectrogramSeconds));
   const size_t frames = framesIn(input, spectrum.frameLength(), kMostMoments);
   std::vector<Levels> moments(std::min(frames, kMostMoments), Levels(spectrum.bins()));
   std::vector<size_t> added(moments.size());
@@ -90,8 +92,7 @@ struct Tone {
 constexpr size_t kMostTones = 8;
 constexpr double kAboveMedian = 12;     // in dB; noise hardly ever gets there, even if it is all in one frame
 constexpr double kBelowStrongest = 60;  // in dB
-// In independent levels, on either side. A tone is as wide as the main lobe of the window [Harris 1978].
-constexpr double kToneWidth = 2, kSurroundings = 32;
+constexpr double kSurroundings = 32;    // in independent levels, on either side
 
 double median(std::vector<double> values) {
   const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
@@ -99,9 +100,9 @@ double median(std::vector<double> values) {
   return *middle;
 }
 
-// Maxima well above their surroundings, the strongest first. A maximum with a stronger level within the width of a tone
-// is none: it belongs to what the tone leaks, which falls all the way.
-std::vector<Tone> tonesOf(const Averages& averages, const Levels& levels) {
+// Maxima well above their surroundings, the strongest first. A maximum with a stronger level within the reach of the
+// window is none: it belongs to what that one leaks.
+std::vector<Tone> tonesOf(const Averages& averages, const Window& window, const Levels& levels) {
   const double bin = averages.bin, independent = averages.independent;
   const auto around = [&](size_t k, double distance) {
     const auto reach = static_cast<size_t>(std::lround(distance * independent / bin));
@@ -113,7 +114,7 @@ std::vector<Tone> tonesOf(const Averages& averages, const Levels& levels) {
   for (size_t k = 1; k + 1 < levels.size(); ++k) {
     const double left = levels[k - 1], here = levels[k], right = levels[k + 1];
     if (here < least || here <= left || here < right) continue;
-    const auto [first, last] = around(k, kToneWidth);
+    const auto [first, last] = around(k, window.reach);
     if (*std::max_element(first, last) > here) continue;
     const auto [begin, end] = around(k, kSurroundings);
     if (here < median({begin, end}) + kAboveMedian) continue;
@@ -126,13 +127,13 @@ std::vector<Tone> tonesOf(const Averages& averages, const Levels& levels) {
   return tones;
 }
 
-void printTones(const Averages& averages) {
+void printTones(const Averages& averages, const Window& window) {
   // At least tenths, and finer than a tenth of what tells independent levels apart.
   const int digits = std::max(1, static_cast<int>(std::ceil(-std::log10(averages.independent / 10))));
   for (size_t channel = 0; channel < averages.channels.size(); ++channel) {
     const Levels& levels = averages.channels[channel];
     const bool silent = *std::max_element(levels.begin(), levels.end()) <= PowerSpectrum::kFloor + 1;
-    const auto tones = silent ? std::vector<Tone>{} : tonesOf(averages, levels);
+    const auto tones = silent ? std::vector<Tone>{} : tonesOf(averages, window, levels);
     std::printf("channel %zu: %s\n", channel + 1,
                 silent          ? "silent"
                 : tones.empty() ? "no tones that stand out"
@@ -147,39 +148,46 @@ std::string text(const char* format, auto... values) {
   return text;
 }
 
-void spectrum(const Options& options, const std::string& path, const std::string& output) {
+struct Arguments {
+  std::string input, output, window = "hann";
+};
+
+void spectrum(const Options& options, const Arguments& arguments) {
   Stopwatch whole, working;
   whole.start();
+  const std::string &path = arguments.input, &output = arguments.output;
+  const Window& window = parseWindow(arguments.window);
   std::error_code ignored;
   if (fs::equivalent(path, output, ignored)) throw Failure("cannot write " + output + ": it is the recording itself");
   const Library library(options.library);
   const AudioReader input(path);
   const AudioFormat format = input.format();
   const double seconds = static_cast<double>(input.frames()) / format.rate;
-  const Averages averages = averagesOf(library, path, working);
+  const Averages averages = averagesOf(library, window, path, working);
   const std::string duration = text("%.3g s", 1 / averages.independent);
   SpectrumPlot plot;
   plot.title = fs::path(path).filename().string();
   plot.subtitle =
       text("%.6g s, %d Hz, %d channel(s), %s", seconds, format.rate, format.channels, input.nameOfSamples().c_str());
-  plot.spectrumTitle = text("Averaged spectrum (%zu frame(s) of %s)", averages.frames, duration.c_str());
+  plot.spectrumTitle =
+      text("Averaged spectrum (%zu frame(s) of %s, %s window)", averages.frames, duration.c_str(), window.name);
   plot.spectrogramTitle = format.channels > 1 ? "Spectrogram (all channels)" : "Spectrogram";
   plot.rate = format.rate;
   plot.seconds = seconds;
   plot.channels = averages.channels;
-  plot.moments = momentsOf(library, path, working);
+  plot.moments = momentsOf(library, window, path, working);
   writeTextFile(output, svgOf(plot));
   whole.stop();
 
   std::printf("%s: %.2f s, %d channel(s), %d Hz, %s\n", path.c_str(), seconds, format.channels, format.rate,
               input.nameOfSamples().c_str());
-  std::printf("analysed: %zu frame(s) of %zu samples (%s), Hann window%s\n", averages.frames, averages.frameLength,
-              duration.c_str(), averages.frames > 1 ? ", overlapping by half" : "");
-  // 6 dB below its peak a tone is two independent levels wide [Harris 1978].
-  std::printf("resolution: %.3g Hz, a level every %.3g Hz\n", 2 * averages.independent, averages.bin);
+  std::printf("analysed: %zu frame(s) of %zu samples (%s), %s window%s\n", averages.frames, averages.frameLength,
+              duration.c_str(), window.name, averages.frames > 1 ? ", overlapping by half" : "");
+  // The width of a tone 6 dB below its peak [Harris 1978].
+  std::printf("resolution: %.3g Hz, a level every %.3g Hz\n", window.width * averages.independent, averages.bin);
   if (averages.bad > 0)
     std::printf("no numbers: %lld samples, counted as zeros\n", static_cast<long long>(averages.bad));
-  printTones(averages);
+  printTones(averages, window);
   std::printf("speed: analysed in %.3f ms, %.0f times real time; %.3f ms with reading and drawing\n",
               1e3 * working.seconds(), seconds / working.seconds(), 1e3 * whole.seconds());
 }
@@ -187,15 +195,14 @@ void spectrum(const Options& options, const std::string& path, const std::string
 }  // namespace
 
 void addSpectrum(CLI::App& tool, const Options& options) {
-  struct Arguments {
-    std::string input, output;
-  };
   const auto arguments = std::make_shared<Arguments>();
   CLI::App* command = tool.add_subcommand(
       "spectrum", "Draw a recording's averaged spectrum and its spectrogram, and list its strongest tones");
   command->add_option("IN", arguments->input, "any recording that libsndfile reads")->required();
   command->add_option("OUT.svg", arguments->output, "the picture; an existing file is replaced")->required();
-  command->callback([&options, arguments] { spectrum(options, arguments->input, arguments->output); });
+  command->add_option("--window", arguments->window,
+                      "what frames are multiplied by: hann (the default), hamming, blackman, bartlett or kaiser");
+  command->callback([&options, arguments] { spectrum(options, *arguments); });
 }
 
 }  // namespace wavtool

@@ -17,7 +17,8 @@ class Stopwatch {
   double seconds_ = 0;
 };
 
-// A recording of `length` seconds was "mixed" in `working` by the library, in `whole` with all there is around it.
-void printSpeed(const char* done, double length, const Stopwatch& working, const Stopwatch& whole);
+// A recording of `length` seconds was "mixed" in `working` by the library, in `whole` with what there is `around` it.
+void printSpeed(const char* done, double length, const Stopwatch& working, const Stopwatch& whole,
+                const char* around = "reading, measuring and writing");
 
 }  // namespace wavtool

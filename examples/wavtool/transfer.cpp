@@ -58,6 +58,7 @@ void transfer(const Library& library, AudioReader& input, const std::string& out
   if (before.notNumbers() > 0)
     std::printf("not a number: %lld samples before, %lld after\n", printable(before.notNumbers()),
                 printable(after.notNumbers()));
+  if (job.report) job.report();
   printSpeed(job.done.c_str(), length, working, whole);
 }
 

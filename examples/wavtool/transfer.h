@@ -1,4 +1,4 @@
-// One recording into another: what convert and limit share.
+// One recording into another: what convert, limit, alaw and mulaw share.
 #pragma once
 
 #include <cstdint>
@@ -21,6 +21,8 @@ struct Transfer {
   std::function<void(std::span<double>)> work;
   // In the text: "clipped: 2 of 5 samples" and a remark on it, "converted in ...".
   std::string counted, remark, done;
+  // Prints further results, if there are any.
+  std::function<void()> report = {};
 };
 
 // Reads `input`, works on its samples as doubles of full scale 1, writes `output`, and prints what has been done.

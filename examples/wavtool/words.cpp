@@ -4,6 +4,8 @@
 #include <cmath>
 #include <string_view>
 
+#include "failure.h"
+
 namespace wavtool {
 
 std::optional<Number> parseNumber(const std::string& word) {
@@ -18,5 +20,27 @@ std::optional<Number> parseNumber(const std::string& word) {
 }
 
 bool isDecibels(const std::string& unit) { return unit == "dB" || unit == "db" || unit == "DB"; }
+
+double parseLevel(const std::string& word) {
+  const auto number = parseNumber(word);
+  if (!number || (!number->unit.empty() && !isDecibels(number->unit) && number->unit != "dBFS"))
+    throw Failure("'" + word + "' is not a level: give decibels below full scale such as -6");
+  if (number->value > 0) throw Failure("'" + word + "' is above full scale: a level is at most 0 dBFS");
+  return std::pow(10.0, number->value / 20);
+}
+
+double parseMeasure(const std::string& word, const std::string& unit, const std::string& what) {
+  const auto number = parseNumber(word);
+  if (!number || (!number->unit.empty() && number->unit != unit)) throw Failure("'" + word + "' is not " + what);
+  return number->value;
+}
+
+int64_t parseWhole(const std::string& word, const std::string& unit, int64_t least, int64_t most,
+                   const std::string& what) {
+  const double value = parseMeasure(word, unit, what);
+  if (value != std::floor(value) || value < static_cast<double>(least) || value > static_cast<double>(most))
+    throw Failure("'" + word + "' is not " + what);
+  return static_cast<int64_t>(value);
+}
 
 }  // namespace wavtool

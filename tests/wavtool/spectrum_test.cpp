@@ -45,8 +45,9 @@ void saveChannels(const std::string& path, int rate, const std::vector<Samples>&
   saveSound(path, {SF_FORMAT_WAV | SF_FORMAT_DOUBLE, rate, static_cast<int>(channels.size()), bytesOf(frames)});
 }
 
-Outcome spectrum(const std::string& input, const std::string& output, const std::string& before = "") {
-  const Outcome outcome = wavtool({"spectrum", input, output}, before);
+Outcome spectrum(const std::string& input, const std::string& output, const std::string& before = "",
+                 const std::string& window = "hann") {
+  const Outcome outcome = wavtool({"spectrum", input, output, "--window", window}, before);
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   const std::string printed = outcome.out.substr(outcome.out.find(": ")), svg = contents(output);
   for (const char* bad : {"nan", "inf"}) {
@@ -115,6 +116,47 @@ TEST(Spectrum, ListsOnlyWhatStandsOut) {
   expectTones(spectrum(input, output), {partials, {}, {}});
   saveChannels(input, 48000, {noise(8192, 1)});
   expectTones(spectrum(input, output), {{}});
+}
+
+TEST(Spectrum, UsesTheWindowOfTheCall) {
+  // From -1 at the beginning of a frame to 1 at its end.
+  const struct {
+    const char *word, *name;
+    double (*weight)(double t);
+  } windows[] = {{"hann", "Hann", [](double t) { return 0.5 + 0.5 * std::cos(std::numbers::pi * t); }},
+                 {"hamming", "Hamming", [](double t) { return 0.54 + 0.46 * std::cos(std::numbers::pi * t); }},
+                 {"blackman", "Blackman",
+                  [](double t) {
+                    return 0.42 + 0.5 * std::cos(std::numbers::pi * t) + 0.08 * std::cos(2 * std::numbers::pi * t);
+                  }},
+                 {"bartlett", "Bartlett", [](double t) { return 1 - std::abs(t); }},
+                 {"kaiser", "Kaiser",
+                  [](double t) { return std::cyl_bessel_i(0, 8 * std::sqrt(1 - t * t)) / std::cyl_bessel_i(0, 8.0); }}};
+  // A pure tone has no side lobes in the list. One that ends after a third of the only frame has the weights there.
+  constexpr size_t kFrames = 4096, kThird = 1365;
+  const Folder folder;
+  Samples third = tones(48000, kFrames, {{9000, -6}});
+  std::fill(third.begin() + kThird, third.end(), 0);
+  saveChannels(folder / "in.wav", 48000, {tones(48000, kFrames, {{6001.3, -6}}), third});
+  for (const auto& [word, name, weight] : windows) {
+    const Outcome outcome = spectrum(folder / "in.wav", folder / "out.svg", "", word);
+    expectLine(outcome, std::string("analysed: 1 frame(s) of 4096 samples (0.0853 s), ") + name + " window\n");
+    double inside = 0, all = 0;
+    for (size_t n = 0; n < kFrames; ++n) {
+      const double own = weight((2 * static_cast<double>(n) + 1) / kFrames - 1);
+      all += own;
+      if (n < kThird) inside += own;
+    }
+    const auto channels = listed(outcome);
+    ASSERT_EQ(channels.size(), 2u);
+    ASSERT_EQ(channels[0].size(), 1u) << outcome.out;
+    EXPECT_NEAR(channels[0][0].frequency, 6001.3, 0.1) << word;
+    EXPECT_NEAR(channels[0][0].level, -6, 0.1) << word;
+    ASSERT_FALSE(channels[1].empty());
+    EXPECT_NEAR(channels[1][0].level, -6 + 20 * std::log10(inside / all), 0.1) << word;
+  }
+  expectRefusal(wavtool({"spectrum", folder / "in.wav", folder / "new.svg", "--window", "Hann"}),
+                "'Hann' is not a window: give --window hann, ");
 }
 
 TEST(Spectrum, AveragesPowerOverTheWholeRecording) {
