@@ -15,7 +15,7 @@
 #define HWY_TARGET_INCLUDE "generate/random.cpp"
 #include <hwy/foreach_target.h>
 
-#include "generate/samples-inl.h"
+#include "generate/circle-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -24,9 +24,7 @@ namespace {
 
 // ---- Words. Word k of the sequence that begins in state s is mixed(s + (k + 1) kGamma), modulo 2^64.
 
-constexpr hn::RebindToUnsigned<hn::ScalableTag<double>> kWords;
 constexpr hn::RepartitionToNarrow<hn::RebindToUnsigned<hn::ScalableTag<double>>> kHalves;
-using Words = hn::Vec<hn::RebindToUnsigned<hn::ScalableTag<double>>>;
 
 constexpr uint64_t kGamma = 0x9E3779B97F4A7C15;
 
@@ -61,17 +59,6 @@ HWY_INLINE Doubles fractionOf(Words words, double one) {
   return hn::BitCast(kDoubles, hn::Or(hn::ShiftRight<12>(words), hn::BitCast(kWords, hn::Set(kDoubles, one))));
 }
 
-// c0 + c1 x + ... + c6 x^6, with sums that do not wait for each other. Coefficients are those of the least relative
-// error over the interval [Remez 1934: Sur un procede convergent d'approximations successives], below 2e-16.
-HWY_INLINE Doubles polynomial(Doubles x, double c0, double c1, double c2, double c3, double c4, double c5, double c6) {
-  const auto line = [x](double a, double b)
-                        HWY_ATTR { return hn::Add(hn::Set(kDoubles, a), hn::Mul(hn::Set(kDoubles, b), x)); };
-  const auto square = hn::Mul(x, x);
-  const auto lower = hn::Add(line(c0, c1), hn::Mul(line(c2, c3), square));
-  const auto upper = hn::Add(line(c4, c5), hn::Mul(hn::Set(kDoubles, c6), square));
-  return hn::Add(lower, hn::Mul(upper, hn::Mul(square, square)));
-}
-
 // -2 ln x for normal numbers x: x = 2^e m with m in [sqrt(1/2), sqrt(2)), and ln m = 2 artanh((m - 1) / (m + 1)), an
 // odd function.
 HWY_INLINE Doubles minusTwiceLogarithm(Doubles x) {
@@ -90,24 +77,9 @@ HWY_INLINE Doubles minusTwiceLogarithm(Doubles x) {
   return hn::Sub(series, hn::Mul(e, hn::Set(kDoubles, 1.3862943611198906)));
 }
 
-// Cosine and sine of pi/2 (q + y), q the upper two bits and y = -1/2 ... 1/2 the next 52 bits.
-HWY_INLINE void cosineAndSine(Words angle, Doubles& cosine, Doubles& sine) {
-  const auto y = hn::Sub(fractionOf(hn::ShiftLeft<2>(angle), 1), hn::Set(kDoubles, 1.5));
-  const auto square = hn::Mul(y, y);
-  const auto c = hn::BitCast(
-      kWords, polynomial(square, 0.9999999999999999, -1.2337005501361489, 0.25366950789975307, -0.02086348073305855,
-                         0.000919259935580167, -2.5200084137816783e-05, 4.654617676678487e-07));
-  const auto s = hn::BitCast(
-      kWords,
-      hn::Mul(y, polynomial(square, 1.5707963267948966, -0.6459640975062443, 0.07969262624603957, -0.00468175413228242,
-                            0.00016044115029166428, -3.598641754487236e-06, 5.633721016484235e-08)));
-  // Odd quarters exchange both. The cosine is negative in quarters 1 and 2, the sine in 2 and 3.
-  const auto isOdd = hn::And(hn::ShiftRight<62>(angle), hn::Set(kWords, 1));
-  const auto exchanged = hn::And(hn::Xor(c, s), hn::Sub(hn::Zero(kWords), isOdd));
-  const auto sign = hn::Set(kWords, uint64_t{1} << 63);
-  const auto signs = hn::And(hn::Xor(angle, hn::ShiftLeft<1>(angle)), sign);
-  cosine = hn::BitCast(kDoubles, hn::Xor(hn::Xor(c, exchanged), signs));
-  sine = hn::BitCast(kDoubles, hn::Xor(hn::Xor(s, exchanged), hn::And(angle, sign)));
+// Of pi/2 (q + y), q the upper two bits and y = -1/2 ... 1/2 the next 52 bits.
+HWY_INLINE Parts<Doubles> directionOf(Words angle) {
+  return DirectionOf(angle, hn::Sub(fractionOf(hn::ShiftLeft<2>(angle), 1), hn::Set(kDoubles, 1.5)));
 }
 
 // ---- Sources of elements. Store(z, dst, rows) writes rows of 2 kLanes elements, the first of which has an even
@@ -222,10 +194,9 @@ struct Gauss {
       hn::Store(hn::Sqrt(minusTwiceLogarithm(uniform)), kDoubles, radii + i);
     }
     for (size_t i = 0; i < rows * kLanes; i += kLanes) {
-      Doubles cosine, sine;
-      cosineAndSine(hn::Load(kWords, angles + i), cosine, sine);
+      const auto direction = directionOf(hn::Load(kWords, angles + i));
       const auto radius = hn::Load(kDoubles, radii + i);
-      const auto even = Value(hn::Mul(radius, cosine)), odd = Value(hn::Mul(radius, sine));
+      const auto even = Value(hn::Mul(radius, direction.re)), odd = Value(hn::Mul(radius, direction.im));
       hn::StoreU(ToSamples(d, hn::InterleaveLower(kDoubles, even, odd)), d, dst + 2 * i);
       hn::StoreU(ToSamples(d, hn::InterleaveUpper(kDoubles, even, odd)), d, dst + 2 * i + kLanes);
     }

@@ -1,8 +1,6 @@
 // Ramps and the Jaehne test vector.
 #include "orpsp/generate/test_vectors.h"
 
-#include <cmath>
-
 #include "frame/check.h"
 #include "frame/entry.h"
 #include "simd/targets.h"
@@ -11,7 +9,7 @@
 #define HWY_TARGET_INCLUDE "generate/test_vectors.cpp"
 #include <hwy/foreach_target.h>
 
-#include "generate/samples-inl.h"
+#include "generate/circle-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -41,19 +39,21 @@ template <class T>
 OrpStatus jaehne(T* pDst, int len, T magnitude) {
   ORPS_CHECK_VECTOR(len, pDst);
   ORPS_RETURN_IF(magnitude < 0, StsJaehneMagnitude);
-  // n^2 modulo 4 len, whole turns, so that the angle is as exact at the end as at the beginning.
-  const auto turn = 4 * static_cast<int64_t>(len);
-  const double unit = 6.283185307179586 / static_cast<double>(turn);
-  int64_t square = 0, next = 1;
+  // n^2 modulo 4 len, whole turns, so that the angle is as exact at the end as at the beginning; and what leads to that
+  // of n + kLanes. Doubles hold these integers.
+  const double turn = 4 * static_cast<double>(len);
+  const auto period = hn::Set(kDoubles, turn), scale = hn::Set(kDoubles, static_cast<double>(magnitude));
+  const auto remainder = [=](Doubles n) HWY_ATTR { return hn::Sub(n, hn::Mul(hn::Floor(hn::Div(n, period)), period)); };
+  const auto wrapped = [=](Doubles n) HWY_ATTR { return hn::IfThenElse(hn::Lt(n, period), n, hn::Sub(n, period)); };
+  const auto n = indices(0);
+  auto square = remainder(hn::Mul(n, n));
+  auto next = remainder(hn::Add(hn::Mul(n, hn::Set(kDoubles, 2.0 * kLanes)), hn::Set(kDoubles, 1.0 * kLanes * kLanes)));
+  const auto difference = remainder(hn::Set(kDoubles, 2.0 * kLanes * kLanes));
   Fill(pDst, static_cast<size_t>(len), [&](size_t) HWY_ATTR {
-    alignas(64) double sines[kLanes];
-    for (double& sine : sines) {
-      sine = std::sin(unit * static_cast<double>(square));
-      square += next;
-      if (square >= turn) square -= turn;
-      next += 2;
-    }
-    return Group<T>::Of(hn::Mul(hn::Load(kDoubles, sines), hn::Set(kDoubles, static_cast<double>(magnitude))));
+    const auto sine = DirectionOf(hn::Div(square, period)).im;
+    square = wrapped(hn::Add(square, next));
+    next = wrapped(hn::Add(next, difference));
+    return Group<T>::Of(hn::Mul(sine, scale));
   });
   return StsOk;
 }

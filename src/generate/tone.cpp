@@ -25,6 +25,8 @@ namespace {
 
 // ---- Phases
 
+constexpr double kTwoPi = 6.283185307179586;
+
 // Turns below 2, less a whole one.
 HWY_INLINE Doubles wrapped(Doubles turns) {
   const auto one = hn::Set(kDoubles, 1.0);
@@ -41,13 +43,13 @@ class Turns {
   }
 
   // n times the frequency less its integer, n < 2^31: the products of the first two parts are exact.
-  double Of(size_t n) const {
+  double operator()(size_t n) const {
     const double times = static_cast<double>(n);
     const double sum = Fraction(times * parts_[0]) + Fraction(times * parts_[1]) + times * parts_[2];
     return Fraction(sum);
   }
   // The same for a vector of n below 2^10.
-  HWY_INLINE Doubles Of(Doubles n) const {
+  HWY_INLINE Doubles operator()(Doubles n) const {
     const auto product = hn::Mul(n, hn::Set(kDoubles, parts_[0]));
     const auto rest = hn::Mul(n, hn::Set(kDoubles, parts_[1] + parts_[2]));
     return wrapped(hn::Add(hn::Sub(product, hn::Floor(product)), rest));
@@ -72,12 +74,9 @@ Real advanced(double phase, double turns) {
 template <class T, class E>
 HWY_NOINLINE void fillTone(E* dst, size_t len, double magnitude, double frequency, double phase) {
   const Turns turns(frequency);
-  const auto angleOf = [turns](size_t n) {
-    const double at = turns.Of(n);
-    return kTwoPi * (at < 0.5 ? at : at - 1);
-  };
-  const Direction start{magnitude * std::cos(phase), phase == 0 ? 0 : magnitude * std::sin(phase)};
-  Rotation<T, sizeof(Lane<E>) == 8, decltype(angleOf)> pointer(angleOf, start, len);
+  const Direction direction = Direction::Of(phase / kTwoPi);
+  Rotation<T, sizeof(Lane<E>) == 8 ? 8 : 64, Turns> pointer(
+      turns, {magnitude * direction.re, phase == 0 ? 0 : magnitude * direction.im}, len);
   Fill(dst, len, [&](size_t n) HWY_ATTR {
     if (n % kBlock == 0) pointer.Begin(n);
     if constexpr (isComplex<E>) {
@@ -97,7 +96,7 @@ OrpStatus toneDirect(E* pDst, int len, Magnitude magnitude, Real rFreq, Real* pP
   ORPS_RETURN_IF(!(phase >= 0 && phase < kTwoPi), StsTonePhase);
   ORPS_CHECK_VECTOR(len, pDst);
   const size_t count = static_cast<size_t>(len);
-  put(pPhase, advanced<Real>(phase, Turns(rFreq).Of(count)));
+  put(pPhase, advanced<Real>(phase, Turns(rFreq)(count)));
   if (sizeof(Real) == 4 && hint == 1) {
     fillTone<Real>(pDst, count, magnitude, rFreq, phase);
   } else {
@@ -136,11 +135,11 @@ HWY_NOINLINE void fillTriangle(E* dst, size_t len, double magnitude, double freq
   const auto scale = hn::Set(kDoubles, magnitude);
   const double start = phase / kTwoPi;
   alignas(64) double fine[kBlock];
-  for (size_t j = 0; j < HWY_MIN(len, kBlock); j += kLanes) hn::Store(turns.Of(indices(j)), kDoubles, fine + j);
+  for (size_t j = 0; j < HWY_MIN(len, kBlock); j += kLanes) hn::Store(turns(indices(j)), kDoubles, fine + j);
   double first = 0;
   Fill(dst, len, [&](size_t n) HWY_ATTR {
     if (n % kBlock == 0) {
-      first = start + turns.Of(n);
+      first = start + turns(n);
       if (first >= 1) first -= 1;
     }
     const auto at = wrapped(hn::Add(hn::Set(kDoubles, first), hn::Load(kDoubles, fine + n % kBlock)));
@@ -165,7 +164,7 @@ OrpStatus triangleDirect(E* pDst, int len, Magnitude magnitude, Real rFreq, Real
   ORPS_RETURN_IF(!(phase >= 0 && phase < kTwoPi), StsTrianglePhase);
   ORPS_CHECK_VECTOR(len, pDst);
   const size_t count = static_cast<size_t>(len);
-  put(pPhase, advanced<Real>(phase, Turns(rFreq).Of(count)));
+  put(pPhase, advanced<Real>(phase, Turns(rFreq)(count)));
   fillTriangle(pDst, count, magnitude, rFreq, asymmetry, phase);
   return StsOk;
 }
@@ -246,7 +245,7 @@ OrpStatus generate(Orp16s* pDst, int len, Handle* pState) {
   ORPS_RETURN_IF(!readState(pState, State::kTag, state), StsSpecMismatch);
   const size_t count = static_cast<size_t>(len);
   const uint64_t done = (uint64_t{state.counters[1]} << 32) + state.counters[0];
-  state.Generate(pDst, count, advanced<double>(state.phase, Turns(state.frequency).Of(done % 32768)));
+  state.Generate(pDst, count, advanced<double>(state.phase, Turns(state.frequency)(done % 32768)));
   state.counters[0] = static_cast<Orp32u>(done + count);
   state.counters[1] = static_cast<Orp32u>((done + count) >> 32);
   writeState(pState, state);

@@ -34,16 +34,18 @@ struct Line {
   HWY_INLINE Doubles At(size_t j) const { return hn::Mul(indices(first + j), hn::Set(kDoubles, slope)); }
 };
 
-struct Multiple {
-  double theta;
-  double operator()(size_t n) const { return theta * static_cast<double>(n); }
+// n / period, at any n.
+struct Quotient {
+  double period;
+  double operator()(size_t n) const { return static_cast<double>(n) / period; }
+  HWY_INLINE Doubles operator()(Doubles n) const { return hn::Div(n, hn::Set(kDoubles, period)); }
 };
 
-// a - c (b + g c), c = cos(n theta): the error of a weight stays below 1e-13.
+// a - c (b + g c), c = cos(2 pi n / period).
 class CosineSum {
  public:
-  CosineSum(double a, double b, double g, double theta, size_t count)
-      : angles_(Multiple{theta}, {1, 0}, count), a_(a), b_(b), g_(g) {}
+  CosineSum(double a, double b, double g, double period, size_t count)
+      : angles_(Quotient{period}, {1, 0}, count), a_(a), b_(b), g_(g) {}
 
   HWY_INLINE void Begin(size_t n) { angles_.Begin(n); }
   HWY_INLINE Doubles At(size_t j) const {
@@ -53,7 +55,7 @@ class CosineSum {
   }
 
  private:
-  Rotation<double, false, Multiple> angles_;
+  Rotation<double, 64, Quotient> angles_;
   double a_, b_, g_;
 };
 
@@ -177,7 +179,7 @@ struct Bartlett {
 };
 
 HWY_INLINE CosineSum cosineSum(size_t len, double a, double b, double g = 0) {
-  return CosineSum(a, b, g, kTwoPi / static_cast<double>(len - 1), len / 2 + len % 2);
+  return CosineSum(a, b, g, static_cast<double>(len - 1), len / 2 + len % 2);
 }
 struct Hann {
   static constexpr int kLeast = 3;
@@ -199,7 +201,8 @@ struct BlackmanStd {
 struct BlackmanOpt {
   static constexpr int kLeast = 4;
   static CosineSum of(size_t len) {
-    const double root = 0.5 / std::cos(kTwoPi / 2 / static_cast<double>(len - 1));
+    constexpr double kPi = 3.141592653589793;
+    const double root = 0.5 / std::cos(kPi / static_cast<double>(len - 1));
     return Blackman::of(len, -root * root);
   }
 };

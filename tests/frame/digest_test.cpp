@@ -11,29 +11,12 @@
 
 #include "orpcore.h"
 #include "support/call.h"
+#include "support/digest.h"
 #include "support/export_tables.h"
 #include "support/lengths.h"
 
 namespace orptest {
 namespace {
-
-// FNV-1a [Fowler, Noll, Vo: RFC 9923].
-class Digest {
- public:
-  void add(const std::vector<unsigned char>& bytes) {
-    for (const unsigned char byte : bytes) addByte(byte);
-  }
-  void add(OrpStatus status) {
-    const auto bits = static_cast<uint32_t>(status);
-    for (int shift = 0; shift < 32; shift += 8) addByte(static_cast<unsigned char>(bits >> shift));
-  }
-  uint64_t value() const { return hash_; }
-
- private:
-  void addByte(unsigned char byte) { hash_ = (hash_ ^ byte) * 0x100000001B3u; }
-
-  uint64_t hash_ = 0xCBF29CE484222325u;
-};
 
 // Vector maths of floats, which is within its bounds at every width but may use what a width has, such as fused
 // multiply-adds.

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "orpsp.h"
+#include "support/digest.h"
 #include "support/elements.h"
 #include "support/guarded.h"
 
@@ -202,6 +203,25 @@ TEST(Tone, Continues) {
     const long double exact = std::cos(2 * kPi * turnsOf(frequency, n - 1) + 0.5L);
     ASSERT_NEAR(static_cast<double>(exact), samples[static_cast<size_t>(len) - 1], 3e-13) << n;
   }
+}
+
+TEST(Tone, HasTheSameBitsEverywhere) {
+  constexpr int kLen = 20001;
+  Digest digest;
+  const auto add = [&]<class E, class M, class R>(ToneCall<E, M, R> tone, TriangleCall<E, M, R> wave) {
+    R phase = R(0.1);
+    std::vector<E> samples(kLen);
+    for (const int hint : {0, 1}) {
+      ASSERT_EQ(StsOk, tone(samples.data(), kLen, M(1000), R(0.0123), &phase, hint));
+      digest.add(samples);
+    }
+    ASSERT_EQ(StsOk, wave(samples.data(), kLen, M(1000), R(0.0123), R(1.5), &phase));
+    digest.add(samples);
+  };
+  add(&orpsTone_Direct_16s, &orpsTriangle_Direct_16s);
+  add(&orpsTone_Direct_32fc, &orpsTriangle_Direct_32fc);
+  add(&orpsTone_Direct_64f, &orpsTriangle_Direct_64f);
+  EXPECT_EQ(13790587109866272498u, digest.value());
 }
 
 TEST(Q15, StatesContinueAndEqualTheDirectForms) {

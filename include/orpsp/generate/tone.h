@@ -12,7 +12,7 @@
  *  The phase of sample n is phase + 2 pi rFreq n. How many periods that is, is computed without any rounding error for
  *  all n, and no recurrence runs on: the error of a sample depends neither on n nor on how a signal is divided into
  *  calls. Samples are computed in double precision and rounded once to the element type: floating point to nearest,
- *  integers to nearest with ties to even. They are the same bits at every vector width.
+ *  integers to nearest with ties to even. They are the same bits at every vector width and on every platform.
  *
  *  A NaN is outside of every range. An infinite magnitude is accepted and makes elements infinite or NaN.
  */
