@@ -1,10 +1,11 @@
 // States of generators: records without pointers, at any address of the caller's or in memory of the library. A copy
 // of the bytes is a state too, but owns no memory.
 //
-// A record has the members `Orp32u tag`, which tells what it belongs to, and `Orp64u home`, the address that
+// A record begins with `Orp32u tag`, which tells what it belongs to, and has `Orp64u home`, the address that
 // allocateState gave it, or 0.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "frame/check.h"
@@ -25,11 +26,13 @@ void writeState(Handle* state, const Record& record) {
   put(reinterpret_cast<Record*>(state), record);
 }
 
-// Whether there is a state with this tag, then in `record`.
+// Whether there is a state with this tag, then in `record`. What has another tag may be smaller.
 template <class Record, class Handle>
 bool readState(const Handle* state, Orp32u tag, Record& record) {
+  static_assert(offsetof(Record, tag) == 0);
+  if (get(reinterpret_cast<const Orp32u*>(state)) != tag) return false;
   record = get(reinterpret_cast<const Record*>(state));
-  return record.tag == tag;
+  return true;
 }
 
 template <class Record, class Handle>
