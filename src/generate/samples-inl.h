@@ -10,6 +10,7 @@
 #include "simd/element.h"
 #include "simd/map-inl.h"
 #include "simd/round-inl.h"
+#include "simd/unrolled-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {

@@ -23,12 +23,12 @@ OrpStatus ramp(T* pDst, int len, Real offset, Real slope) {
   if constexpr (std::is_same_v<T, float>) {
     constexpr hn::ScalableTag<float> d;
     constexpr hn::RebindToSigned<decltype(d)> di;
-    Fill(pDst, count, [=](size_t n) HWY_ATTR {
+    Fill(pDst, count, [=](size_t n) ORPSP_INLINED {
       const auto index = hn::ConvertTo(d, hn::Iota(di, static_cast<int32_t>(n)));
       return Group<float, float>::Of(hn::Add(hn::Mul(index, hn::Set(d, slope)), hn::Set(d, offset)));
     });
   } else {
-    Fill(pDst, count, [=](size_t n) HWY_ATTR {
+    Fill(pDst, count, [=](size_t n) ORPSP_INLINED {
       return Group<T>::Of(hn::Add(hn::Mul(indices(n), hn::Set(kDoubles, slope)), hn::Set(kDoubles, offset)));
     });
   }
@@ -49,7 +49,7 @@ OrpStatus jaehne(T* pDst, int len, T magnitude) {
   auto square = remainder(hn::Mul(n, n));
   auto next = remainder(hn::Add(hn::Mul(n, hn::Set(kDoubles, 2.0 * kLanes)), hn::Set(kDoubles, 1.0 * kLanes * kLanes)));
   const auto difference = remainder(hn::Set(kDoubles, 2.0 * kLanes * kLanes));
-  Fill(pDst, static_cast<size_t>(len), [&](size_t) HWY_ATTR {
+  Fill(pDst, static_cast<size_t>(len), [&](size_t) ORPSP_INLINED {
     const auto sine = DirectionOf(hn::Div(square, period)).im;
     square = wrapped(hn::Add(square, next));
     next = wrapped(hn::Add(next, difference));

@@ -77,7 +77,7 @@ HWY_NOINLINE void fillTone(E* dst, size_t len, double magnitude, double frequenc
   const Direction direction = Direction::Of(phase / kTwoPi);
   Rotation<T, sizeof(Lane<E>) == 8 ? 8 : 64, Turns> pointer(
       turns, {magnitude * direction.re, phase == 0 ? 0 : magnitude * direction.im}, len);
-  Fill(dst, len, [&](size_t n) HWY_ATTR {
+  Fill(dst, len, [&](size_t n) ORPSP_INLINED {
     if (n % kBlock == 0) pointer.Begin(n);
     if constexpr (isComplex<E>) {
       return Group<E, T>::Of(pointer.Re(n % kBlock), pointer.Im(n % kBlock));
@@ -137,7 +137,7 @@ HWY_NOINLINE void fillTriangle(E* dst, size_t len, double magnitude, double freq
   alignas(64) double fine[kBlock];
   for (size_t j = 0; j < HWY_MIN(len, kBlock); j += kLanes) hn::Store(turns(indices(j)), kDoubles, fine + j);
   double first = 0;
-  Fill(dst, len, [&](size_t n) HWY_ATTR {
+  Fill(dst, len, [&](size_t n) ORPSP_INLINED {
     if (n % kBlock == 0) {
       first = start + turns(n);
       if (first >= 1) first -= 1;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <vector>
 
 #include "orpsp.h"
@@ -193,7 +194,7 @@ TEST(DemodulateFM, OfAToneIsItsFrequency) {
   for (const double frequency : {0.0, 0.1234, -0.3, 0.499}) {
     std::vector<Orp16sc> tone(1000);
     for (size_t n = 0; n < tone.size(); ++n) {
-      const double angle = 2 * M_PI * frequency * static_cast<double>(n);
+      const double angle = 2 * std::numbers::pi * frequency * static_cast<double>(n);
       tone[n] = {static_cast<Orp16s>(std::lrint(30000 * std::cos(angle))),
                  static_cast<Orp16s>(std::lrint(30000 * std::sin(angle)))};
     }
