@@ -18,7 +18,7 @@ namespace orptest {
 namespace {
 
 constexpr long double kPi = 3.14159265358979323846264338327950288L;
-const std::vector<int> kLengths = {1, 2, 3, 7, 8, 9, 15, 16, 17, 31, 33, 63, 64, 65, 128, 1000, 5001, 70003};
+const std::vector<int> kLengths = {1, 2, 3, 7, 8, 9, 15, 16, 17, 31, 33, 63, 64, 65, 128, 1000, 10003};
 
 // The fraction of n times a frequency of at least 2^-60, exactly.
 long double turnsOf(double frequency, uint64_t n) {
