@@ -37,7 +37,7 @@ class Rotation {
     // Powers of two, then by doubling as many as the elements need: those from k on are those below k turned by k.
     alignas(64) static constexpr double kPowers[] = {1, 2, 4, 8, 16, 32, kBlock, 2 * kBlock};
     alignas(64) double re[8], im[8];
-    for (size_t i = 0; i < 8 && kPowers[i] <= static_cast<double>(HWY_MAX(len, 2 * kLanes)); i += kLanes) {
+    for (size_t i = 0; i < 8 && kPowers[i] < static_cast<double>(HWY_MAX(len, 2 * kLanes)); i += kLanes) {
       const auto direction = DirectionOf(turnsOf(hn::Load(kDoubles, kPowers + i)));
       hn::Store(direction.re, kDoubles, re + i);
       hn::Store(direction.im, kDoubles, im + i);
