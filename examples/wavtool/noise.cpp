@@ -24,6 +24,7 @@ class Noise {
     } else {
       calls_.orpsRandGaussInitAlloc_32f(&gauss_, 0, static_cast<float>(rms), seed);
     }
+    if (!uniform_ && !gauss_) throw Failure("no memory for the generator");
   }
 
   ~Noise() {

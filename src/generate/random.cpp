@@ -16,6 +16,7 @@
 #include <hwy/foreach_target.h>
 
 #include "generate/circle-inl.h"
+#include "simd/maths-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -59,22 +60,15 @@ HWY_INLINE Doubles fractionOf(Words words, double one) {
   return hn::BitCast(kDoubles, hn::Or(hn::ShiftRight<12>(words), hn::BitCast(kWords, hn::Set(kDoubles, one))));
 }
 
-// -2 ln x for normal numbers x: x = 2^e m with m in [sqrt(1/2), sqrt(2)), and ln m = 2 artanh((m - 1) / (m + 1)), an
-// odd function.
+// -2 ln x for normal numbers x = 2^e m, by ln m = 2 artanh((m - 1) / (m + 1)), an odd function.
 HWY_INLINE Doubles minusTwiceLogarithm(Doubles x) {
-  constexpr uint64_t kRootHalf = 0x3FE6A09E667F3BCD, kOne = 0x3FF0000000000000, kFraction = 0x000FFFFFFFFFFFFF;
-  const auto shifted = hn::Add(hn::BitCast(kWords, x), hn::Set(kWords, kOne - kRootHalf));
-  // The biased exponent in the lower bits of a number that has room for it.
-  const auto biased = hn::BitCast(kDoubles, hn::Or(hn::ShiftRight<52>(shifted), hn::Set(kWords, 0x4330000000000000)));
-  const auto e = hn::Sub(biased, hn::Set(kDoubles, 0x1p52 + 1023));
-  const auto m =
-      hn::BitCast(kDoubles, hn::Add(hn::And(shifted, hn::Set(kWords, kFraction)), hn::Set(kWords, kRootHalf)));
+  const auto parted = Parted(kDoubles, x);
   const auto one = hn::Set(kDoubles, 1.0);
-  const auto f = hn::Div(hn::Sub(one, m), hn::Add(one, m));
+  const auto f = hn::Div(hn::Sub(one, parted.m), hn::Add(one, parted.m));
   const auto series =
-      hn::Mul(f, polynomial(hn::Mul(f, f), 4.000000000000001, 1.3333333333310444, 0.8000000012403269,
-                            0.5714283196249861, 0.44446874321672836, 0.36243710940475865, 0.3367710908896887));
-  return hn::Sub(series, hn::Mul(e, hn::Set(kDoubles, 1.3862943611198906)));
+      hn::Mul(f, polynomialByPairs(hn::Mul(f, f), 4.000000000000001, 1.3333333333310444, 0.8000000012403269,
+                                   0.5714283196249861, 0.44446874321672836, 0.36243710940475865, 0.3367710908896887));
+  return hn::Sub(series, hn::Mul(parted.e, hn::Set(kDoubles, 1.3862943611198906)));
 }
 
 // Of pi/2 (q + y), q the upper two bits and y = -1/2 ... 1/2 the next 52 bits.
@@ -259,17 +253,16 @@ struct RandomState {
   uint64_t home;
 };
 
-template <class S, class T, uint32_t tag>
+template <class S, uint32_t tag>
 struct KindOf {
   using Source = S;
-  using Element = T;
   static constexpr uint32_t kTag = tag;
 };
 template <class Handle>
 struct Kind;
 #define ORPSP_RANDOM_KIND(name, source, type, tag) \
   template <>                                      \
-  struct Kind<name> : KindOf<source<type>, type, tag> {}
+  struct Kind<name> : KindOf<source<type>, tag> {}
 ORPSP_RANDOM_KIND(OrpRandUniformState_8u, UniformInteger, Orp8u, 0x52440001);
 ORPSP_RANDOM_KIND(OrpRandUniformState_16s, UniformInteger, Orp16s, 0x52440002);
 ORPSP_RANDOM_KIND(OrpRandUniformState_32f, UniformReal, Orp32f, 0x52440003);

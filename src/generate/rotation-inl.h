@@ -29,7 +29,7 @@ struct Direction {
 // A pointer that turns by the same angle from element to element, computed in T; turnsOf(n) are the turns of n steps,
 // for a number or a vector of numbers up to 2 kBlock. An element is its block's first one turned by one of kBlock fine
 // directions; first ones are turned from block to block in double precision, and computed anew every kSeedBlocks
-// blocks: with 8 the error is below 5e-15 of the start's size, with 64 below 1e-13.
+// blocks: with 8 the error is below 5e-15 of the start's size, with 64 below 1e-14.
 template <class T, size_t kSeedBlocks, class TurnsOf>
 class Rotation {
  public:

@@ -23,6 +23,11 @@ constexpr size_t kLanes = HWY_MAX_BYTES / sizeof(double);
 // n, n + 1, ...
 HWY_INLINE Doubles indices(size_t n) { return hn::Iota(kDoubles, static_cast<double>(n)); }
 
+// Numbers below two periods, less one where that is possible.
+HWY_INLINE Doubles wrapped(Doubles v, Doubles period) {
+  return hn::IfThenElse(hn::Ge(v, period), hn::Sub(v, period), v);
+}
+
 // Rounded to nearest, ties to even; integers saturate, a NaN gives 0.
 template <class D, class V>
 HWY_INLINE hn::Vec<D> ToSamples(D d, V v) {

@@ -27,11 +27,8 @@ namespace {
 
 constexpr double kTwoPi = 6.283185307179586;
 
-// Turns below 2, less a whole one.
-HWY_INLINE Doubles wrapped(Doubles turns) {
-  const auto one = hn::Set(kDoubles, 1.0);
-  return hn::IfThenElse(hn::Ge(turns, one), hn::Sub(turns, one), turns);
-}
+// Turns below 2 as a fraction.
+HWY_INLINE Doubles fractionOf(Doubles turns) { return wrapped(turns, hn::Set(kDoubles, 1.0)); }
 
 // The fractions of multiples of a frequency in [0, 0.5).
 class Turns {
@@ -52,7 +49,7 @@ class Turns {
   HWY_INLINE Doubles operator()(Doubles n) const {
     const auto product = hn::Mul(n, hn::Set(kDoubles, parts_[0]));
     const auto rest = hn::Mul(n, hn::Set(kDoubles, parts_[1] + parts_[2]));
-    return wrapped(hn::Add(hn::Sub(product, hn::Floor(product)), rest));
+    return fractionOf(hn::Add(hn::Sub(product, hn::Floor(product)), rest));
   }
 
  private:
@@ -72,8 +69,7 @@ Real advanced(double phase, double turns) {
 // ---- Tone
 
 template <class T, class E>
-HWY_NOINLINE void fillTone(E* dst, size_t len, double magnitude, double frequency, double phase) {
-  const Turns turns(frequency);
+HWY_NOINLINE void fillTone(E* dst, size_t len, double magnitude, const Turns& turns, double phase) {
   const Direction direction = Direction::Of(phase / kTwoPi);
   Rotation<T, sizeof(Lane<E>) == 8 ? 8 : 64, Turns> pointer(
       turns, {magnitude * direction.re, phase == 0 ? 0 : magnitude * direction.im}, len);
@@ -96,11 +92,12 @@ OrpStatus toneDirect(E* pDst, int len, Magnitude magnitude, Real rFreq, Real* pP
   ORPS_RETURN_IF(!(phase >= 0 && phase < kTwoPi), StsTonePhase);
   ORPS_CHECK_VECTOR(len, pDst);
   const size_t count = static_cast<size_t>(len);
-  put(pPhase, advanced<Real>(phase, Turns(rFreq)(count)));
+  const Turns turns(rFreq);
+  put(pPhase, advanced<Real>(phase, turns(count)));
   if (sizeof(Real) == 4 && hint == 1) {
-    fillTone<Real>(pDst, count, magnitude, rFreq, phase);
+    fillTone<Real>(pDst, count, magnitude, turns, phase);
   } else {
-    fillTone<double>(pDst, count, magnitude, rFreq, phase);
+    fillTone<double>(pDst, count, magnitude, turns, phase);
   }
   return StsOk;
 }
@@ -129,8 +126,8 @@ class Wave {
 };
 
 template <class E>
-HWY_NOINLINE void fillTriangle(E* dst, size_t len, double magnitude, double frequency, double asymmetry, double phase) {
-  const Turns turns(frequency);
+HWY_NOINLINE void fillTriangle(E* dst, size_t len, double magnitude, const Turns& turns, double asymmetry,
+                               double phase) {
   const Wave wave(asymmetry);
   const auto scale = hn::Set(kDoubles, magnitude);
   const double start = phase / kTwoPi;
@@ -142,10 +139,10 @@ HWY_NOINLINE void fillTriangle(E* dst, size_t len, double magnitude, double freq
       first = start + turns(n);
       if (first >= 1) first -= 1;
     }
-    const auto at = wrapped(hn::Add(hn::Set(kDoubles, first), hn::Load(kDoubles, fine + n % kBlock)));
+    const auto at = fractionOf(hn::Add(hn::Set(kDoubles, first), hn::Load(kDoubles, fine + n % kBlock)));
     const auto re = hn::Mul(wave.At(at), scale);
     if constexpr (isComplex<E>) {
-      const auto quarterBefore = wrapped(hn::Add(at, hn::Set(kDoubles, 0.75)));
+      const auto quarterBefore = fractionOf(hn::Add(at, hn::Set(kDoubles, 0.75)));
       return Group<E>::Of(re, hn::Mul(wave.At(quarterBefore), scale));
     } else {
       return Group<E>::Of(re);
@@ -164,8 +161,9 @@ OrpStatus triangleDirect(E* pDst, int len, Magnitude magnitude, Real rFreq, Real
   ORPS_RETURN_IF(!(phase >= 0 && phase < kTwoPi), StsTrianglePhase);
   ORPS_CHECK_VECTOR(len, pDst);
   const size_t count = static_cast<size_t>(len);
-  put(pPhase, advanced<Real>(phase, Turns(rFreq)(count)));
-  fillTriangle(pDst, count, magnitude, rFreq, asymmetry, phase);
+  const Turns turns(rFreq);
+  put(pPhase, advanced<Real>(phase, turns(count)));
+  fillTriangle(pDst, count, magnitude, turns, asymmetry, phase);
   return StsOk;
 }
 
@@ -192,8 +190,8 @@ struct ToneState {
     *this = {kTag, double(magnitudeIn), rFreqQ15 * kQ15, phaseQ15 * kQ15, {}, 0};
     return StsOk;
   }
-  void Generate(Orp16s* dst, size_t len, double phaseNow) const {
-    fillTone<double>(dst, len, magnitude, frequency, phaseNow);
+  void Generate(Orp16s* dst, size_t len, const Turns& turns, double phaseNow) const {
+    fillTone<double>(dst, len, magnitude, turns, phaseNow);
   }
 };
 struct TriangleState {
@@ -211,8 +209,8 @@ struct TriangleState {
     *this = {kTag, double(magnitudeIn), rFreqQ15 * kQ15, phaseQ15 * kQ15, asymmetryQ15 * kQ15, {}, {}, 0};
     return StsOk;
   }
-  void Generate(Orp16s* dst, size_t len, double phaseNow) const {
-    fillTriangle(dst, len, magnitude, frequency, asymmetry, phaseNow);
+  void Generate(Orp16s* dst, size_t len, const Turns& turns, double phaseNow) const {
+    fillTriangle(dst, len, magnitude, turns, asymmetry, phaseNow);
   }
 };
 
@@ -245,7 +243,8 @@ OrpStatus generate(Orp16s* pDst, int len, Handle* pState) {
   ORPS_RETURN_IF(!readState(pState, State::kTag, state), StsSpecMismatch);
   const size_t count = static_cast<size_t>(len);
   const uint64_t done = (uint64_t{state.counters[1]} << 32) + state.counters[0];
-  state.Generate(pDst, count, advanced<double>(state.phase, Turns(state.frequency)(done % 32768)));
+  const Turns turns(state.frequency);
+  state.Generate(pDst, count, turns, advanced<double>(state.phase, turns(done % 32768)));
   state.counters[0] = static_cast<Orp32u>(done + count);
   state.counters[1] = static_cast<Orp32u>((done + count) >> 32);
   writeState(pState, state);
@@ -257,7 +256,7 @@ OrpStatus generateDirect(Orp16s* pDst, int len, Parameter... parameter) {
   ORPS_CHECK_VECTOR(len, pDst);
   State state;
   const OrpStatus status = state.Set(parameter...);
-  if (status == StsOk) state.Generate(pDst, static_cast<size_t>(len), state.phase);
+  if (status == StsOk) state.Generate(pDst, static_cast<size_t>(len), Turns(state.frequency), state.phase);
   return status;
 }
 

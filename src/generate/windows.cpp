@@ -201,8 +201,7 @@ struct BlackmanStd {
 struct BlackmanOpt {
   static constexpr int kLeast = 4;
   static CosineSum of(size_t len) {
-    constexpr double kPi = 3.141592653589793;
-    const double root = 0.5 / std::cos(kPi / static_cast<double>(len - 1));
+    const double root = 0.5 / Direction::Of(0.5 / static_cast<double>(len - 1)).re;
     return Blackman::of(len, -root * root);
   }
 };

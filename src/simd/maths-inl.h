@@ -229,21 +229,30 @@ struct LnConstants<double> {
                                        0x1.2f0d902f1185fp-3};
 };
 
-// ln(x) + ln(2) * more for normal x > 0.
+// x = 2^e m with m from sqrt(1/2) to sqrt(2), for normal x > 0.
+template <class V>
+struct ExponentAndMantissa {
+  V e, m;
+};
 template <class D, class V, class T = hn::TFromD<D>>
-HWY_INLINE V LnOfNormal(D d, V x, V more) {
+HWY_INLINE ExponentAndMantissa<V> Parted(D d, V x) {
   using C = LnConstants<T>;
   using Bits = typename Ieee<T>::Bits;
   constexpr hn::RebindToUnsigned<D> du;
   constexpr Bits kBias = Ieee<T>::kBias, kOne = kBias << kMantissaBits<T>;
   const auto bits = hn::BitCast(du, x);
   const auto biased = hn::ShiftRight<kMantissaBits<T>>(hn::Add(bits, hn::Set(du, kOne - C::kRootOfHalf)));
-  const auto integer = hn::Set(d, C::kInteger);
-  const auto e = hn::Add(hn::Sub(hn::BitCast(d, hn::Or(biased, hn::BitCast(du, integer))),
-                                 hn::Set(d, C::kInteger + static_cast<T>(kBias))),
-                         more);
-  const auto m = hn::BitCast(d, hn::Sub(hn::Add(bits, hn::Set(du, kOne)), hn::ShiftLeft<kMantissaBits<T>>(biased)));
-  const auto f = hn::Sub(m, hn::Set(d, T{1}));
+  const auto integer = hn::BitCast(d, hn::Or(biased, hn::BitCast(du, hn::Set(d, C::kInteger))));
+  const auto m = hn::Sub(hn::Add(bits, hn::Set(du, kOne)), hn::ShiftLeft<kMantissaBits<T>>(biased));
+  return {hn::Sub(integer, hn::Set(d, C::kInteger + static_cast<T>(kBias))), hn::BitCast(d, m)};
+}
+
+// ln(x) + ln(2) * more for normal x > 0.
+template <class D, class V, class T = hn::TFromD<D>>
+HWY_INLINE V LnOfNormal(D d, V x, V more) {
+  using C = LnConstants<T>;
+  const auto parted = Parted(d, x);
+  const auto e = hn::Add(parted.e, more), f = hn::Sub(parted.m, hn::Set(d, T{1}));
   const auto square = hn::Mul(f, f), low = hn::Mul(e, hn::Set(d, C::kLn2Low));
   if constexpr (std::is_same_v<T, float>) {
     const auto series = hn::MulAdd(Polynomial(d, f, C::kSeries), f, hn::Set(d, -0.5F));

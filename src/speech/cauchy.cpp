@@ -24,24 +24,16 @@ constexpr hn::ScalableTag<double> kDoubles;
 // ln(1 + u) for u >= 0 with a relative error below 1e-10, without the fused operations that only some widths have:
 // 1 + u = 2^e (1 + f), and ln(1 + f) = 2 artanh(f / (2 + f)).
 HWY_INLINE Doubles LnOf1Plus(Doubles u) {
-  using C = LnConstants<double>;
-  constexpr hn::RebindToUnsigned<hn::ScalableTag<double>> bitsTag;
-  constexpr uint64_t kOne = uint64_t{1023} << 52;
   constexpr double kTerms[] = {1, 1.0 / 3, 1.0 / 5, 1.0 / 7, 1.0 / 9, 1.0 / 11};
   constexpr double kLn2 = 0.693147180559945309;
-  const auto one = hn::Set(kDoubles, 1.0), two = hn::Set(kDoubles, 2.0), integer = hn::Set(kDoubles, C::kInteger);
-  const auto bits = hn::BitCast(bitsTag, hn::Add(u, one));
-  const auto biased = hn::ShiftRight<52>(hn::Add(bits, hn::Set(bitsTag, kOne - C::kRootOfHalf)));
-  const auto e = hn::Sub(hn::BitCast(kDoubles, hn::Or(biased, hn::BitCast(bitsTag, integer))),
-                         hn::Set(kDoubles, C::kInteger + 1023));
-  const auto mantissa =
-      hn::BitCast(kDoubles, hn::Sub(hn::Add(bits, hn::Set(bitsTag, kOne)), hn::ShiftLeft<52>(biased)));
+  const auto one = hn::Set(kDoubles, 1.0), two = hn::Set(kDoubles, 2.0);
+  const auto sum = Parted(kDoubles, hn::Add(u, one));
   // Where e is 0 the sum may have lost digits of u.
-  const auto f = hn::IfThenElse(hn::Eq(e, hn::Zero(kDoubles)), u, hn::Sub(mantissa, one));
+  const auto f = hn::IfThenElse(hn::Eq(sum.e, hn::Zero(kDoubles)), u, hn::Sub(sum.m, one));
   const auto ratio = hn::Div(f, hn::Add(f, two)), square = hn::Mul(ratio, ratio);
   auto series = hn::Set(kDoubles, kTerms[5]);
   for (int i = 5; i-- > 0;) series = hn::Add(hn::Mul(series, square), hn::Set(kDoubles, kTerms[i]));
-  const auto ln = hn::Add(hn::Mul(e, hn::Set(kDoubles, kLn2)), hn::Mul(hn::Mul(ratio, two), series));
+  const auto ln = hn::Add(hn::Mul(sum.e, hn::Set(kDoubles, kLn2)), hn::Mul(hn::Mul(ratio, two), series));
   return hn::IfThenElse(hn::Lt(u, hn::Set(kDoubles, kInfinity<double>)), ln, u);  // infinity and NaN
 }
 

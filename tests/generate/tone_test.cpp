@@ -86,7 +86,7 @@ void check(ToneCall<E, M, R> tone) {
         Guarded<E> dst(static_cast<size_t>(len), static_cast<size_t>(len % 5));
         R after = phase;
         ASSERT_EQ(StsOk, tone(dst.data(), len, magnitude, frequency, &after, hint));
-        const long double error = (sizeof(R) == 8 ? 5e-15L : hint == 1 ? 3e-7L : 1e-13L) * magnitude;
+        const long double error = (sizeof(R) == 8 ? 5e-15L : hint == 1 ? 3e-7L : 1e-14L) * magnitude;
         for (int n = 0; n < len && !testing::Test::HasFailure(); ++n) {
           const long double angle = 2 * kPi * turnsOf(frequency, static_cast<uint64_t>(n)) + phase;
           const E sample = dst[static_cast<size_t>(n)];

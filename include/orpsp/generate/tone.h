@@ -33,7 +33,7 @@ extern "C" {
  *  of signal in small blocks, a double phase loses next to nothing and `ToneQ15` nothing at all.)
  *
  *  The error before rounding to the element type is below 5e-15 times the magnitude for `64f` and `64fc`, and below
- *  1e-13 times it for the other types. `hint` 1 asks for speed: those others are computed in single precision then,
+ *  1e-14 times it for the other types. `hint` 1 asks for speed: those others are computed in single precision then,
  *  with an error below 3e-7 times the magnitude. Any other hint is the accurate way.
  *
  *  Statuses, in this order: `StsNullPtr` if pPhase is null; `StsToneMagnitude`, `StsToneFrequency`, `StsTonePhase` for
@@ -85,7 +85,7 @@ OrpStatus orpsTriangle_Direct_64fc(Orp64fc* pDst, int len, Orp64f magnitude, Orp
  *  `Triangle_Direct` with hint 0.
  *
  *  A state holds the parameters and the number of samples so far, from which the phase is exact at any time: however a
- *  signal is divided into calls, for hours and days, its samples differ by less than 1e-14 times the magnitude before
+ *  signal is divided into calls, for hours and days, its samples differ by less than 2e-14 times the magnitude before
  *  they are rounded. A state may be at any address; a copy of its bytes is a state of its own, whose memory `Free`
  *  leaves alone. One thread at a time may generate with a state. Its fields:
  *

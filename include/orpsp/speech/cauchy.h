@@ -1,12 +1,12 @@
 /** @file
  *  Cauchy's loss, which weighs residuals so that few large ones do not outweigh all others, and its derivatives [Barron
  *  2019: A General and Adaptive Robust Loss Function, CVPR, the case alpha = 0]. s > 0 is the residual from which on
- * the loss turns from the square of x to its logarithm.
+ *  the loss turns from the square of x to its logarithm.
  *
  *  The formulas hold for all finite x and s, squares beyond the range of single precision included: results overflow or
  *  underflow only where their own values do. They are the same bits at every vector width and position. NaN gives NaN.
  *
- *  Statuses, in this order: `StsOk`, `StsNullPtr`, `StsBadSize`, `StsCauchyParam` (s is not above 0, or NaN).
+ *  Statuses, in this order: `StsNullPtr`, `StsBadSize`, `StsCauchyParam` (s is not above 0, or NaN).
  */
 #ifndef ORPSP_SPEECH_CAUCHY_H
 #define ORPSP_SPEECH_CAUCHY_H
