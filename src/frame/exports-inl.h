@@ -25,9 +25,10 @@ HWY_AFTER_NAMESPACE();
 namespace orpsp {
 
 #undef ORPS_EXPORT
-#define ORPS_EXPORT(name, ...)                                                                           \
-  ORPS_ENTRY(name, N_SSSE3::table::name, N_SSSE3::table::name, N_AVX2::table::name, N_AVX2::table::name, \
-             N_AVX3::table::name, N_AVX3::table::name)
+#define ORPS_EXPORT(name, ...)                                                                                     \
+  ORPS_ENTRY(name, ORPSP_NAMESPACE_128::table::name, ORPSP_NAMESPACE_128::table::name,                             \
+             ORPSP_NAMESPACE_256::table::name, ORPSP_NAMESPACE_256::table::name, ORPSP_NAMESPACE_512::table::name, \
+             ORPSP_NAMESPACE_512::table::name)
 #include ORPSP_TABLE
 
 }  // namespace orpsp

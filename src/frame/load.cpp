@@ -1,6 +1,7 @@
 // Load of the library: chooses, once, the processor variant and the vector width that every entry uses.
 #include "frame/entry.h"
 #include "orpcore.h"
+#include "simd/targets.h"
 
 extern "C" {
 Orp32s VariantIndex = 0;
@@ -13,7 +14,8 @@ void chooseImplementations() {
   const uint64_t features = orpGetEnabledCpuFeatures();
   const auto has = [features](uint64_t bits) { return (features & bits) == bits; };
   VariantIndex = has(ORP_CPU_SSSE3 | ORP_CPU_MOVBE) ? 1 : 0;
-  const int row = has(ORP_CPU_SSSE3 | ORP_CPU_AVX2 | ORP_CPU_AVX512) ? 2 : has(ORP_CPU_SSSE3 | ORP_CPU_AVX2) ? 1 : 0;
+  const bool has256 = has(ORP_CPU_SSSE3 | ORP_CPU_AVX2), has512 = has256 && has(ORP_CPU_AVX512);
+  const int row = ORPSP_HAS_512 && has512 ? 2 : ORPSP_HAS_256 && (has256 || !ORPSP_HAS_128) ? 1 : 0;
   ownEntryIndex = 2 * row + VariantIndex;
   ownSetVectorBits(128 << row);
 }

@@ -1,8 +1,11 @@
 // When and how a long call is shared by threads.
 #pragma once
 
+#include <climits>
 #include <cstddef>
 #include <type_traits>
+
+#include "frame/access.h"
 
 namespace orpsp {
 
@@ -22,6 +25,16 @@ bool forEachPart(int len, int threshold, const Call& call) {
         return (*static_cast<const Call*>(opaque))(begin, count) ? 1 : 0;
       },
       &call);
+}
+
+inline constexpr int kNever = INT_MAX;  // the length from which on a call that stays on its thread may use two
+
+// kernel(begin, count) over the parts of a call; `from` is the length from which on two threads may share it. True if
+// any part answers so.
+template <int from, class Kernel>
+bool inParts(int len, const Kernel& kernel) {
+  const auto part = [=](int begin, int count) { return kernel(toSize(begin), toSize(count)); };
+  return len < from ? part(0, len) : forEachPart(len, from, part);
 }
 
 // Calls `half` with 0 and with 1, each on a thread of its own. Only for calls that may use two threads.

@@ -19,7 +19,7 @@ constexpr hn::RebindToUnsigned<hn::ScalableTag<double>> kWords;
 using Words = hn::Vec<hn::RebindToUnsigned<hn::ScalableTag<double>>>;
 
 // c0 + c1 x + ... + c6 x^6, with sums that do not wait for each other.
-HWY_INLINE Doubles polynomialByPairs(Doubles x, double c0, double c1, double c2, double c3, double c4, double c5,
+HWY_INLINE Doubles PolynomialByPairs(Doubles x, double c0, double c1, double c2, double c3, double c4, double c5,
                                      double c6) {
   const auto line = [x](double a, double b)
                         HWY_ATTR { return hn::Add(hn::Set(kDoubles, a), hn::Mul(hn::Set(kDoubles, b), x)); };
@@ -34,10 +34,10 @@ HWY_INLINE Doubles polynomialByPairs(Doubles x, double c0, double c1, double c2,
 HWY_INLINE Parts<Doubles> DirectionOf(Words quarter, Doubles y) {
   const auto square = hn::Mul(y, y);
   const auto c =
-      hn::BitCast(kWords, polynomialByPairs(square, 1, -1.233700550136157, 0.25366950790005294, -0.020863480737574224,
+      hn::BitCast(kWords, PolynomialByPairs(square, 1, -1.233700550136157, 0.25366950790005294, -0.020863480737574224,
                                             0.0009192599677615443, -2.5200192424373035e-05, 4.6560038805483185e-07));
   const auto s = hn::BitCast(
-      kWords, hn::Mul(y, polynomialByPairs(square, 1.5707963267948966, -0.645964097506245, 0.07969262624606273,
+      kWords, hn::Mul(y, PolynomialByPairs(square, 1.5707963267948966, -0.645964097506245, 0.07969262624606273,
                                            -0.004681754132616294, 0.00016044115259864245, -3.598649340966905e-06,
                                            5.634675098050997e-08)));
   // Odd quarters exchange both. The cosine is negative in quarters 1 and 2, the sine in 2 and 3.

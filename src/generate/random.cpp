@@ -23,14 +23,14 @@ namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
 
-// ---- Words. Word k of the sequence that begins in state s is mixed(s + (k + 1) kGamma), modulo 2^64.
+// ---- Words. Word k of the sequence that begins in state s is Mixed(s + (k + 1) kGamma), modulo 2^64.
 
 constexpr hn::RepartitionToNarrow<hn::RebindToUnsigned<hn::ScalableTag<double>>> kHalves;
 
 constexpr uint64_t kGamma = 0x9E3779B97F4A7C15;
 
 // Modulo 2^64. Only the widest vectors have an instruction for it.
-HWY_INLINE Words times(Words a, uint64_t factor) {
+HWY_INLINE Words Times(Words a, uint64_t factor) {
 #if HWY_TARGET == HWY_AVX3
   return hn::Mul(a, hn::Set(kWords, factor));
 #else
@@ -42,9 +42,9 @@ HWY_INLINE Words times(Words a, uint64_t factor) {
 #endif
 }
 
-HWY_INLINE Words mixed(Words z) {
-  z = times(hn::Xor(z, hn::ShiftRight<30>(z)), 0xBF58476D1CE4E5B9);
-  z = times(hn::Xor(z, hn::ShiftRight<27>(z)), 0x94D049BB133111EB);
+HWY_INLINE Words Mixed(Words z) {
+  z = Times(hn::Xor(z, hn::ShiftRight<30>(z)), 0xBF58476D1CE4E5B9);
+  z = Times(hn::Xor(z, hn::ShiftRight<27>(z)), 0x94D049BB133111EB);
   return hn::Xor(z, hn::ShiftRight<31>(z));
 }
 
@@ -56,39 +56,39 @@ constexpr uint64_t kDirectState = 0x082EFA98EC4E6C89;  // added by direct forms
 // ---- Doubles
 
 // The upper 52 bits of each lane as a fraction between `one`, a power of two, and its double.
-HWY_INLINE Doubles fractionOf(Words words, double one) {
+HWY_INLINE Doubles FractionOf(Words words, double one) {
   return hn::BitCast(kDoubles, hn::Or(hn::ShiftRight<12>(words), hn::BitCast(kWords, hn::Set(kDoubles, one))));
 }
 
 // -2 ln x for normal numbers x = 2^e m, by ln m = 2 artanh((m - 1) / (m + 1)), an odd function.
-HWY_INLINE Doubles minusTwiceLogarithm(Doubles x) {
+HWY_INLINE Doubles MinusTwiceLogarithm(Doubles x) {
   const auto parted = Parted(kDoubles, x);
   const auto one = hn::Set(kDoubles, 1.0);
   const auto f = hn::Div(hn::Sub(one, parted.m), hn::Add(one, parted.m));
   const auto series =
-      hn::Mul(f, polynomialByPairs(hn::Mul(f, f), 4.000000000000001, 1.3333333333310444, 0.8000000012403269,
+      hn::Mul(f, PolynomialByPairs(hn::Mul(f, f), 4.000000000000001, 1.3333333333310444, 0.8000000012403269,
                                    0.5714283196249861, 0.44446874321672836, 0.36243710940475865, 0.3367710908896887));
   return hn::Sub(series, hn::Mul(parted.e, hn::Set(kDoubles, 1.3862943611198906)));
 }
 
 // Of pi/2 (q + y), q the upper two bits and y = -1/2 ... 1/2 the next 52 bits.
-HWY_INLINE Parts<Doubles> directionOf(Words angle) {
-  return DirectionOf(angle, hn::Sub(fractionOf(hn::ShiftLeft<2>(angle), 1), hn::Set(kDoubles, 1.5)));
+HWY_INLINE Parts<Doubles> DirectionOf(Words angle) {
+  return DirectionOf(angle, hn::Sub(FractionOf(hn::ShiftLeft<2>(angle), 1), hn::Set(kDoubles, 1.5)));
 }
 
 // ---- Sources of elements. Store(z, dst, rows) writes rows of 2 kLanes elements, the first of which has an even
-// position. z leads to the words of the first row: its lane i belongs to word Number(i) of these.
+// position. z leads to the words of the first row: its lane i belongs to word number(i) of these.
 
 constexpr size_t kRow = 2 * kLanes, kRows = 8, kBlock = kRows * kRow;
 
-bool isFinite(double x) { return __builtin_isfinite(x); }
+bool IsFinite(double x) { return __builtin_isfinite(x); }
 
 // Each half of a word times the number of integers, divided by 2^32.
 template <class T>
 struct UniformInteger {
   static constexpr uint64_t kState = kHalvesState;
   static constexpr uint64_t kWordsOfPair = 1;
-  static constexpr uint64_t Number(size_t i) { return i; }
+  static constexpr uint64_t number(size_t i) { return i; }
   static bool Accepts(T low, T high) { return low <= high; }
 
   uint32_t low, count;
@@ -100,7 +100,7 @@ struct UniformInteger {
     const auto step = hn::Set(kWords, kLanes * kGamma);
     const auto factor = hn::Set(kHalves, count);
     for (size_t i = 0; i < rows * kRow; i += kRow, z = hn::Add(z, step)) {
-      const auto word = hn::BitCast(kHalves, mixed(z));
+      const auto word = hn::BitCast(kHalves, Mixed(z));
       const auto even = hn::ShiftRight<32>(hn::MulEven(word, factor)), odd = hn::MulEven(hn::Shuffle2301(word), factor);
       const auto index = hn::OddEven(hn::BitCast(kHalves, odd), hn::BitCast(kHalves, even));
       const auto element = hn::TruncateTo(d, hn::Add(index, hn::Set(kHalves, low)));
@@ -116,15 +116,15 @@ struct UniformReal {
   static constexpr bool kWhole = sizeof(T) == 8;
   static constexpr uint64_t kState = kWhole ? kWholeState : kHalvesState;
   static constexpr uint64_t kWordsOfPair = kWhole ? 2 : 1;
-  static constexpr uint64_t Number(size_t i) { return i; }
-  static bool Accepts(T low, T high) { return isFinite(low) && isFinite(high) && low <= high; }
+  static constexpr uint64_t number(size_t i) { return i; }
+  static bool Accepts(T low, T high) { return IsFinite(low) && IsFinite(high) && low <= high; }
 
   static constexpr hn::ScalableTag<T> d{};
   T low, span, most;
   bool isHalf;
 
   UniformReal(T least, T bound)
-      : low(least), span(bound - least), most(least < bound ? Below(bound) : bound), isHalf(!isFinite(span)) {
+      : low(least), span(bound - least), most(least < bound ? Below(bound) : bound), isHalf(!IsFinite(span)) {
     if (!isHalf) return;
     low = least / 2;
     span = bound / 2 - low;
@@ -141,9 +141,9 @@ struct UniformReal {
     for (size_t i = 0; i < rows * kRow; i += hn::MaxLanes(d), z = hn::Add(z, step)) {
       const auto u = [z]() HWY_ATTR {
         if constexpr (kWhole) {
-          return hn::Sub(fractionOf(mixed(z), 1), hn::Set(d, 1));
+          return hn::Sub(FractionOf(Mixed(z), 1), hn::Set(d, 1));
         } else {
-          const auto integers = hn::ShiftRight<8>(hn::BitCast(kHalves, mixed(z)));
+          const auto integers = hn::ShiftRight<8>(hn::BitCast(kHalves, Mixed(z)));
           return hn::Mul(hn::ConvertTo(d, hn::BitCast(hn::RebindToSigned<decltype(d)>{}, integers)),
                          hn::Set(d, 0x1p-24f));
         }
@@ -162,8 +162,8 @@ struct Gauss {
   static constexpr uint64_t kState = kGaussState;
   static constexpr uint64_t kWordsOfPair = 2;
   // So that interleaving within 128 bits puts the elements in order. Angles are the next words.
-  static constexpr uint64_t Number(size_t i) { return 2 * (i / 2 + i % 2 * (kLanes / 2)); }
-  static bool Accepts(double mean, double deviation) { return isFinite(mean) && isFinite(deviation) && deviation >= 0; }
+  static constexpr uint64_t number(size_t i) { return 2 * (i / 2 + i % 2 * (kLanes / 2)); }
+  static bool Accepts(double mean, double deviation) { return IsFinite(mean) && IsFinite(deviation) && deviation >= 0; }
 
   double mean, deviation;
 
@@ -180,15 +180,15 @@ struct Gauss {
     uint64_t* const angles = words + kRows * kLanes;
     const auto step = hn::Set(kWords, kWordsOfPair * kLanes * kGamma), gamma = hn::Set(kWords, kGamma);
     for (size_t i = 0; i < rows * kLanes; i += kLanes, z = hn::Add(z, step)) {
-      hn::Store(mixed(z), kWords, words + i);
-      hn::Store(mixed(hn::Add(z, gamma)), kWords, angles + i);
+      hn::Store(Mixed(z), kWords, words + i);
+      hn::Store(Mixed(hn::Add(z, gamma)), kWords, angles + i);
     }
     for (size_t i = 0; i < rows * kLanes; i += kLanes) {
-      const auto uniform = hn::Sub(hn::Set(kDoubles, 2.0), fractionOf(hn::Load(kWords, words + i), 1));  // in (0, 1]
-      hn::Store(hn::Sqrt(minusTwiceLogarithm(uniform)), kDoubles, radii + i);
+      const auto uniform = hn::Sub(hn::Set(kDoubles, 2.0), FractionOf(hn::Load(kWords, words + i), 1));  // in (0, 1]
+      hn::Store(hn::Sqrt(MinusTwiceLogarithm(uniform)), kDoubles, radii + i);
     }
     for (size_t i = 0; i < rows * kLanes; i += kLanes) {
-      const auto direction = directionOf(hn::Load(kWords, angles + i));
+      const auto direction = DirectionOf(hn::Load(kWords, angles + i));
       const auto radius = hn::Load(kDoubles, radii + i);
       const auto even = Value(hn::Mul(radius, direction.re)), odd = Value(hn::Mul(radius, direction.im));
       hn::StoreU(ToSamples(d, hn::InterleaveLower(kDoubles, even, odd)), d, dst + 2 * i);
@@ -204,7 +204,7 @@ template <class Source>
 struct FirstWords {
   alignas(64) uint64_t behind[kLanes];
   constexpr FirstWords() : behind() {
-    for (size_t i = 0; i < kLanes; ++i) behind[i] = (Source::Number(i) + 1) * kGamma;
+    for (size_t i = 0; i < kLanes; ++i) behind[i] = (Source::number(i) + 1) * kGamma;
   }
 };
 template <class Source>
@@ -213,7 +213,7 @@ constexpr FirstWords<Source> kFirstWords;
 // Elements from `position` on. Where an end of them is within a block, all of the block's rows that are needed are
 // made.
 template <class Source, class T>
-HWY_NOINLINE void fill(const Source& source, uint64_t state, uint64_t position, T* dst, size_t len) {
+HWY_NOINLINE void Fill(const Source& source, uint64_t state, uint64_t position, T* dst, size_t len) {
   const auto step = hn::Set(kWords, kRows * kLanes * Source::kWordsOfPair * kGamma);
   auto z = hn::Add(hn::Load(kWords, kFirstWords<Source>.behind),
                    hn::Set(kWords, state + position / 2 * Source::kWordsOfPair * kGamma));
@@ -234,13 +234,13 @@ HWY_NOINLINE void fill(const Source& source, uint64_t state, uint64_t position, 
 
 // A sequence is as long as there are positions, and then begins again.
 template <class Source, class Position, class T>
-void sequence(const Source& source, uint64_t state, Position position, T* dst, size_t len) {
+void Sequence(const Source& source, uint64_t state, Position position, T* dst, size_t len) {
   const auto left = static_cast<Position>(-position);
   if (left != 0 && left < len) {
-    fill(source, state, position, dst, left);
-    fill(source, state, 0, dst + left, len - left);
+    Fill(source, state, position, dst, left);
+    Fill(source, state, 0, dst + left, len - left);
   } else {
-    fill(source, state, position, dst, len);
+    Fill(source, state, position, dst, len);
   }
 }
 
@@ -272,7 +272,7 @@ ORPSP_RANDOM_KIND(OrpRandGaussState_32f, Gauss, Orp32f, 0x52440006);
 #undef ORPSP_RANDOM_KIND
 
 template <class Handle, class T>
-RandomState begin(T first, T second, Orp32u seed) {
+RandomState Begin(T first, T second, Orp32u seed) {
   const auto a = static_cast<double>(first), b = static_cast<double>(second);
   return {Kind<Handle>::kTag, uint64_t{seed} << 32, {a, b}, 0};
 }
@@ -281,7 +281,7 @@ template <class Handle, class T>
 OrpStatus init(Handle* pState, T first, T second, Orp32u seed) {
   ORPS_RETURN_IF(anyNull(pState), StsNullPtr);
   ORPS_RETURN_IF(!Kind<Handle>::Source::Accepts(first, second), StsBadArg);
-  writeState(pState, begin<Handle>(first, second, seed));
+  writeState(pState, Begin<Handle>(first, second, seed));
   return StsOk;
 }
 
@@ -289,7 +289,7 @@ template <class Handle, class T>
 OrpStatus initAlloc(Handle** ppState, T first, T second, Orp32u seed) {
   ORPS_RETURN_IF(anyNull(ppState), StsNullPtr);
   ORPS_RETURN_IF(!Kind<Handle>::Source::Accepts(first, second), StsBadArg);
-  return allocateState(ppState, begin<Handle>(first, second, seed));
+  return allocateState(ppState, Begin<Handle>(first, second, seed));
 }
 
 template <class Handle>
@@ -306,7 +306,7 @@ OrpStatus next(T* pDst, int len, Handle* pState) {
   RandomState state;
   ORPS_RETURN_IF(!readState(pState, Kind<Handle>::kTag, state), StsSpecMismatch);
   const Source source(static_cast<T>(state.parameters[0]), static_cast<T>(state.parameters[1]));
-  sequence(source, Source::kState, state.position, pDst, static_cast<size_t>(len));
+  Sequence(source, Source::kState, state.position, pDst, static_cast<size_t>(len));
   state.position += static_cast<uint64_t>(len);
   writeState(pState, state);
   return StsOk;
@@ -320,7 +320,7 @@ OrpStatus direct(T* pDst, int len, T first, T second, Orp32u* pSeed) {
   ORPS_CHECK_VECTOR(len, pDst, pSeed);
   ORPS_RETURN_IF(!Source<T>::Accepts(first, second), StsBadArg);
   const uint32_t seed = get(pSeed);
-  sequence(Source<T>(first, second), Source<T>::kState + kDirectState, seed * kSpread, pDst, static_cast<size_t>(len));
+  Sequence(Source<T>(first, second), Source<T>::kState + kDirectState, seed * kSpread, pDst, static_cast<size_t>(len));
   put(pSeed, seed + static_cast<uint32_t>(len) * kInverse);
   return StsOk;
 }

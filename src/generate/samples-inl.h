@@ -21,10 +21,10 @@ constexpr hn::ScalableTag<double> kDoubles;
 constexpr size_t kLanes = HWY_MAX_BYTES / sizeof(double);
 
 // n, n + 1, ...
-HWY_INLINE Doubles indices(size_t n) { return hn::Iota(kDoubles, static_cast<double>(n)); }
+HWY_INLINE Doubles Indices(size_t n) { return hn::Iota(kDoubles, static_cast<double>(n)); }
 
 // Numbers below two periods, less one where that is possible.
-HWY_INLINE Doubles wrapped(Doubles v, Doubles period) {
+HWY_INLINE Doubles Wrapped(Doubles v, Doubles period) {
   return hn::IfThenElse(hn::Ge(v, period), hn::Sub(v, period), v);
 }
 

@@ -29,7 +29,7 @@ OrpStatus ramp(T* pDst, int len, Real offset, Real slope) {
     });
   } else {
     Fill(pDst, count, [=](size_t n) ORPSP_INLINED {
-      return Group<T>::Of(hn::Add(hn::Mul(indices(n), hn::Set(kDoubles, slope)), hn::Set(kDoubles, offset)));
+      return Group<T>::Of(hn::Add(hn::Mul(Indices(n), hn::Set(kDoubles, slope)), hn::Set(kDoubles, offset)));
     });
   }
   return StsOk;
@@ -44,14 +44,14 @@ OrpStatus jaehne(T* pDst, int len, T magnitude) {
   const double turn = 4 * static_cast<double>(len);
   const auto period = hn::Set(kDoubles, turn), scale = hn::Set(kDoubles, static_cast<double>(magnitude));
   const auto remainder = [=](Doubles n) HWY_ATTR { return hn::Sub(n, hn::Mul(hn::Floor(hn::Div(n, period)), period)); };
-  const auto n = indices(0);
+  const auto n = Indices(0);
   auto square = remainder(hn::Mul(n, n));
   auto next = remainder(hn::Add(hn::Mul(n, hn::Set(kDoubles, 2.0 * kLanes)), hn::Set(kDoubles, 1.0 * kLanes * kLanes)));
   const auto difference = remainder(hn::Set(kDoubles, 2.0 * kLanes * kLanes));
   Fill(pDst, static_cast<size_t>(len), [&](size_t) ORPSP_INLINED {
     const auto sine = DirectionOf(hn::Div(square, period)).im;
-    square = wrapped(hn::Add(square, next), period);
-    next = wrapped(hn::Add(next, difference), period);
+    square = Wrapped(hn::Add(square, next), period);
+    next = Wrapped(hn::Add(next, difference), period);
     return Group<T>::Of(hn::Mul(sine, scale));
   });
   return StsOk;

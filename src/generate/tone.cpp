@@ -28,7 +28,7 @@ namespace {
 constexpr double kTwoPi = 6.283185307179586;
 
 // Turns below 2 as a fraction.
-HWY_INLINE Doubles fractionOf(Doubles turns) { return wrapped(turns, hn::Set(kDoubles, 1.0)); }
+HWY_INLINE Doubles FractionOf(Doubles turns) { return Wrapped(turns, hn::Set(kDoubles, 1.0)); }
 
 // The fractions of multiples of a frequency in [0, 0.5).
 class Turns {
@@ -49,7 +49,7 @@ class Turns {
   HWY_INLINE Doubles operator()(Doubles n) const {
     const auto product = hn::Mul(n, hn::Set(kDoubles, parts_[0]));
     const auto rest = hn::Mul(n, hn::Set(kDoubles, parts_[1] + parts_[2]));
-    return fractionOf(hn::Add(hn::Sub(product, hn::Floor(product)), rest));
+    return FractionOf(hn::Add(hn::Sub(product, hn::Floor(product)), rest));
   }
 
  private:
@@ -60,7 +60,7 @@ class Turns {
 
 // The phase in [0, 2 pi) after some turns.
 template <class Real>
-Real advanced(double phase, double turns) {
+Real Advanced(double phase, double turns) {
   const double sum = phase + kTwoPi * turns;
   const Real rounded = static_cast<Real>(sum >= kTwoPi ? sum - kTwoPi : sum);
   return rounded >= 0 && rounded < kTwoPi ? rounded : Real{0};
@@ -69,7 +69,7 @@ Real advanced(double phase, double turns) {
 // ---- Tone
 
 template <class T, class E>
-HWY_NOINLINE void fillTone(E* dst, size_t len, double magnitude, const Turns& turns, double phase) {
+HWY_NOINLINE void FillTone(E* dst, size_t len, double magnitude, const Turns& turns, double phase) {
   const Direction direction = Direction::Of(phase / kTwoPi);
   Rotation<T, sizeof(Lane<E>) == 8 ? 8 : 64, Turns> pointer(
       turns, {magnitude * direction.re, phase == 0 ? 0 : magnitude * direction.im}, len);
@@ -93,11 +93,11 @@ OrpStatus toneDirect(E* pDst, int len, Magnitude magnitude, Real rFreq, Real* pP
   ORPS_CHECK_VECTOR(len, pDst);
   const size_t count = static_cast<size_t>(len);
   const Turns turns(rFreq);
-  put(pPhase, advanced<Real>(phase, turns(count)));
+  put(pPhase, Advanced<Real>(phase, turns(count)));
   if (sizeof(Real) == 4 && hint == 1) {
-    fillTone<Real>(pDst, count, magnitude, turns, phase);
+    FillTone<Real>(pDst, count, magnitude, turns, phase);
   } else {
-    fillTone<double>(pDst, count, magnitude, turns, phase);
+    FillTone<double>(pDst, count, magnitude, turns, phase);
   }
   return StsOk;
 }
@@ -126,23 +126,23 @@ class Wave {
 };
 
 template <class E>
-HWY_NOINLINE void fillTriangle(E* dst, size_t len, double magnitude, const Turns& turns, double asymmetry,
+HWY_NOINLINE void FillTriangle(E* dst, size_t len, double magnitude, const Turns& turns, double asymmetry,
                                double phase) {
   const Wave wave(asymmetry);
   const auto scale = hn::Set(kDoubles, magnitude);
   const double start = phase / kTwoPi;
   alignas(64) double fine[kBlock];
-  for (size_t j = 0; j < HWY_MIN(len, kBlock); j += kLanes) hn::Store(turns(indices(j)), kDoubles, fine + j);
+  for (size_t j = 0; j < HWY_MIN(len, kBlock); j += kLanes) hn::Store(turns(Indices(j)), kDoubles, fine + j);
   double first = 0;
   Fill(dst, len, [&](size_t n) ORPSP_INLINED {
     if (n % kBlock == 0) {
       first = start + turns(n);
       if (first >= 1) first -= 1;
     }
-    const auto at = fractionOf(hn::Add(hn::Set(kDoubles, first), hn::Load(kDoubles, fine + n % kBlock)));
+    const auto at = FractionOf(hn::Add(hn::Set(kDoubles, first), hn::Load(kDoubles, fine + n % kBlock)));
     const auto re = hn::Mul(wave.At(at), scale);
     if constexpr (isComplex<E>) {
-      const auto quarterBefore = fractionOf(hn::Add(at, hn::Set(kDoubles, 0.75)));
+      const auto quarterBefore = FractionOf(hn::Add(at, hn::Set(kDoubles, 0.75)));
       return Group<E>::Of(re, hn::Mul(wave.At(quarterBefore), scale));
     } else {
       return Group<E>::Of(re);
@@ -162,8 +162,8 @@ OrpStatus triangleDirect(E* pDst, int len, Magnitude magnitude, Real rFreq, Real
   ORPS_CHECK_VECTOR(len, pDst);
   const size_t count = static_cast<size_t>(len);
   const Turns turns(rFreq);
-  put(pPhase, advanced<Real>(phase, turns(count)));
-  fillTriangle(pDst, count, magnitude, turns, asymmetry, phase);
+  put(pPhase, Advanced<Real>(phase, turns(count)));
+  FillTriangle(pDst, count, magnitude, turns, asymmetry, phase);
   return StsOk;
 }
 
@@ -191,7 +191,7 @@ struct ToneState {
     return StsOk;
   }
   void Generate(Orp16s* dst, size_t len, const Turns& turns, double phaseNow) const {
-    fillTone<double>(dst, len, magnitude, turns, phaseNow);
+    FillTone<double>(dst, len, magnitude, turns, phaseNow);
   }
 };
 struct TriangleState {
@@ -210,7 +210,7 @@ struct TriangleState {
     return StsOk;
   }
   void Generate(Orp16s* dst, size_t len, const Turns& turns, double phaseNow) const {
-    fillTriangle(dst, len, magnitude, turns, asymmetry, phaseNow);
+    FillTriangle(dst, len, magnitude, turns, asymmetry, phaseNow);
   }
 };
 
@@ -244,7 +244,7 @@ OrpStatus generate(Orp16s* pDst, int len, Handle* pState) {
   const size_t count = static_cast<size_t>(len);
   const uint64_t done = (uint64_t{state.counters[1]} << 32) + state.counters[0];
   const Turns turns(state.frequency);
-  state.Generate(pDst, count, turns, advanced<double>(state.phase, turns(done % 32768)));
+  state.Generate(pDst, count, turns, Advanced<double>(state.phase, turns(done % 32768)));
   state.counters[0] = static_cast<Orp32u>(done + count);
   state.counters[1] = static_cast<Orp32u>((done + count) >> 32);
   writeState(pState, state);

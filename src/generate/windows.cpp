@@ -31,7 +31,7 @@ struct Line {
   size_t first = 0;
 
   HWY_INLINE void Begin(size_t n) { first = n; }
-  HWY_INLINE Doubles At(size_t j) const { return hn::Mul(indices(first + j), hn::Set(kDoubles, slope)); }
+  HWY_INLINE Doubles At(size_t j) const { return hn::Mul(Indices(first + j), hn::Set(kDoubles, slope)); }
 };
 
 // n / period, at any n.
@@ -60,14 +60,14 @@ class CosineSum {
 };
 
 template <size_t count>
-HWY_INLINE Doubles polynomial(const double (&coefficients)[count], Doubles x) {
+HWY_INLINE Doubles Polynomial(const double (&coefficients)[count], Doubles x) {
   auto sum = hn::Set(kDoubles, coefficients[count - 1]);
   for (size_t i = count - 1; i-- > 0;) sum = hn::Add(hn::Set(kDoubles, coefficients[i]), hn::Mul(x, sum));
   return sum;
 }
 
 // e^x for 0 <= x <= 308, without the fused operations that only some widths have.
-HWY_INLINE Doubles exponential(Doubles x) {
+HWY_INLINE Doubles Exponential(Doubles x) {
   constexpr double kInverseFactorials[] = {
       1,          1,           1.0 / 2,      1.0 / 6,       1.0 / 24,       1.0 / 120,       1.0 / 720,
       1.0 / 5040, 1.0 / 40320, 1.0 / 362880, 1.0 / 3628800, 1.0 / 39916800, 1.0 / 479001600, 1.0 / 6227020800};
@@ -81,12 +81,12 @@ HWY_INLINE Doubles exponential(Doubles x) {
   const auto rest =
       hn::Sub(hn::Sub(x, hn::Mul(n, hn::Set(kDoubles, kLn2High))), hn::Mul(n, hn::Set(kDoubles, kLn2Low)));
   const auto bits = hn::Add(hn::BitCast(integers, shifted), hn::Set(integers, 1023));
-  return hn::Mul(polynomial(kInverseFactorials, rest), hn::BitCast(kDoubles, hn::ShiftLeft<52>(bits)));
+  return hn::Mul(Polynomial(kInverseFactorials, rest), hn::BitCast(kDoubles, hn::ShiftLeft<52>(bits)));
 }
 
 // The approximation of the modified Bessel function of order 0 that the header describes, for x >= 0. The coefficients
 // are part of the contract.
-HWY_INLINE Doubles besselI0(Doubles x) {
+HWY_INLINE Doubles BesselI0(Doubles x) {
   constexpr double kSmall[] = {0.9999999985, 4.0000001935, 3.9999959541, 1.777809969,
                                0.4443189384, 0.0713758187, 0.0075942968, 0.0008267816};
   constexpr double kLarge[] = {0.3989422809,  0.0124667783,  0.0017623668,  0.00026,      0.0022585672,
@@ -95,25 +95,25 @@ HWY_INLINE Doubles besselI0(Doubles x) {
   const auto four = hn::Set(kDoubles, 4.0);
   const auto isSmall = hn::Lt(x, four);
   const auto quarter = hn::Mul(x, hn::Set(kDoubles, 0.25));
-  const auto small = polynomial(kSmall, hn::Mul(quarter, quarter));
+  const auto small = Polynomial(kSmall, hn::Mul(quarter, quarter));
   if (hn::AllTrue(kDoubles, isSmall)) return small;
-  const auto large = hn::Mul(hn::Div(exponential(x), hn::Sqrt(x)), polynomial(kLarge, hn::Div(four, x)));
+  const auto large = hn::Mul(hn::Div(Exponential(x), hn::Sqrt(x)), Polynomial(kLarge, hn::Div(four, x)));
   return hn::IfThenElse(isSmall, small, large);
 }
 
 class BesselQuotient {
  public:
   BesselQuotient(double alpha, size_t len) : alpha_(std::fabs(alpha)), end_(static_cast<double>(len - 1)) {
-    scale_ = 1 / hn::GetLane(besselI0(hn::Set(kDoubles, alpha_ * end_ * 0.5)));
+    scale_ = 1 / hn::GetLane(BesselI0(hn::Set(kDoubles, alpha_ * end_ * 0.5)));
   }
 
   HWY_INLINE void Begin(size_t n) { first_ = n; }
   HWY_INLINE Doubles At(size_t j) const {
-    const auto n = indices(first_ + j);
+    const auto n = Indices(first_ + j);
     const auto product = hn::Mul(hn::Sub(hn::Set(kDoubles, end_), n), n);
     // Beyond the middle, where nobody asks, it may be negative.
     const auto root = hn::Sqrt(hn::Max(product, hn::Zero(kDoubles)));
-    return hn::Mul(besselI0(hn::Mul(hn::Set(kDoubles, alpha_), root)), hn::Set(kDoubles, scale_));
+    return hn::Mul(BesselI0(hn::Mul(hn::Set(kDoubles, alpha_), root)), hn::Set(kDoubles, scale_));
   }
 
  private:
@@ -125,7 +125,7 @@ class BesselQuotient {
 
 // Lanes of an element times weights.
 template <class V>
-HWY_INLINE V times(V v, Doubles weight) {
+HWY_INLINE V Times(V v, Doubles weight) {
   return ToSamples(hn::DFromV<V>{}, hn::Mul(Lift(kDoubles, v), weight));
 }
 
@@ -135,26 +135,26 @@ struct EachTwice {
 };
 
 template <class E>
-HWY_INLINE Group<E> times(Group<E> group, Doubles weights) {
+HWY_INLINE Group<E> Times(Group<E> group, Doubles weights) {
   if constexpr (isComplex<E>) {
-    return {{times(group.v[0], Shuffled<EachTwice<false>>(weights, weights)),
-             times(group.v[1], Shuffled<EachTwice<true>>(weights, weights))}};
+    return {{Times(group.v[0], Shuffled<EachTwice<false>>(weights, weights)),
+             Times(group.v[1], Shuffled<EachTwice<true>>(weights, weights))}};
   } else {
-    return {{times(group.v[0], weights)}};
+    return {{Times(group.v[0], weights)}};
   }
 }
 
 // dst = src times the weights, and those times `unit`. In place or not: both ends are read before they are written.
 template <class Weights, class E>
-HWY_NOINLINE void weigh(Weights& weights, double unit, const E* src, E* dst, size_t len) {
+HWY_NOINLINE void Weigh(Weights& weights, double unit, const E* src, E* dst, size_t len) {
   const size_t count = len / 2 + len % 2;  // of weights
   const auto scale = hn::Set(kDoubles, unit);
   size_t n = 0;
   for (; n + kLanes <= count; n += kLanes) {
     if (n % kBlock == 0) weights.Begin(n);
     const auto w = hn::Mul(weights.At(n % kBlock), scale);
-    const auto front = times(Group<E>::Load(src + n), w);
-    const auto back = times(Group<E>::Load(src + (len - n - kLanes)), hn::Reverse(kDoubles, w));
+    const auto front = Times(Group<E>::Load(src + n), w);
+    const auto back = Times(Group<E>::Load(src + (len - n - kLanes)), hn::Reverse(kDoubles, w));
     front.Store(dst + n);
     back.Store(dst + (len - n - kLanes));
   }
@@ -164,8 +164,8 @@ HWY_NOINLINE void weigh(Weights& weights, double unit, const E* src, E* dst, siz
   alignas(64) double turned[2 * kLanes] = {};
   hn::Store(hn::Reverse(kDoubles, w), kDoubles, turned);
   const size_t few = count - n, fewBehind = few - len % 2;  // the middle element is one of those in front
-  const auto front = times(Group<E>::LoadFew(src + n, few), w);
-  const auto back = times(Group<E>::LoadFew(src + (len - n - fewBehind), fewBehind),
+  const auto front = Times(Group<E>::LoadFew(src + n, few), w);
+  const auto back = Times(Group<E>::LoadFew(src + (len - n - fewBehind), fewBehind),
                           hn::LoadU(kDoubles, turned + (kLanes - fewBehind)));
   front.StoreFew(dst + n, few);
   back.StoreFew(dst + (len - n - fewBehind), fewBehind);
@@ -175,87 +175,87 @@ HWY_NOINLINE void weigh(Weights& weights, double unit, const E* src, E* dst, siz
 
 struct Bartlett {
   static constexpr int kLeast = 3;
-  static Line of(size_t len) { return {2 / static_cast<double>(len - 1)}; }
+  static Line Of(size_t len) { return {2 / static_cast<double>(len - 1)}; }
 };
 
-HWY_INLINE CosineSum cosineSum(size_t len, double a, double b, double g = 0) {
+HWY_INLINE CosineSum CosineSumOf(size_t len, double a, double b, double g = 0) {
   return CosineSum(a, b, g, static_cast<double>(len - 1), len / 2 + len % 2);
 }
 struct Hann {
   static constexpr int kLeast = 3;
-  static CosineSum of(size_t len) { return cosineSum(len, 0.5, 0.5); }
+  static CosineSum Of(size_t len) { return CosineSumOf(len, 0.5, 0.5); }
 };
 struct Hamming {
   static constexpr int kLeast = 3;
-  static CosineSum of(size_t len) { return cosineSum(len, 0.54, 0.46); }
+  static CosineSum Of(size_t len) { return CosineSumOf(len, 0.54, 0.46); }
 };
 struct Blackman {
   static constexpr int kLeast = 3;
   // With cos(2 x) = 2 cos(x)^2 - 1.
-  static CosineSum of(size_t len, double alpha) { return cosineSum(len, alpha + 0.5, 0.5, alpha); }
+  static CosineSum Of(size_t len, double alpha) { return CosineSumOf(len, alpha + 0.5, 0.5, alpha); }
 };
 struct BlackmanStd {
   static constexpr int kLeast = 3;
-  static CosineSum of(size_t len) { return Blackman::of(len, -0.16); }
+  static CosineSum Of(size_t len) { return Blackman::Of(len, -0.16); }
 };
 struct BlackmanOpt {
   static constexpr int kLeast = 4;
-  static CosineSum of(size_t len) {
+  static CosineSum Of(size_t len) {
     const double root = 0.5 / Direction::Of(0.5 / static_cast<double>(len - 1)).re;
-    return Blackman::of(len, -root * root);
+    return Blackman::Of(len, -root * root);
   }
 };
 struct Kaiser {
   static constexpr int kLeast = 1;
-  static OrpStatus check(size_t len, double alpha) {
+  static OrpStatus Check(size_t len, double alpha) {
     return std::fabs(alpha) * static_cast<double>(len - 1) * 0.5 > 308 ? StsKaiserAlpha : StsOk;
   }
-  static BesselQuotient of(size_t len, double alpha) { return BesselQuotient(alpha, len); }
+  static BesselQuotient Of(size_t len, double alpha) { return BesselQuotient(alpha, len); }
 };
 
 // The parameter as a fraction of 32768.
 template <class Window>
 struct Q15 : Window {
-  static double alphaOf(int alphaQ15) { return alphaQ15 * 0x1p-15; }
-  static OrpStatus check(size_t len, int alphaQ15) {
-    if constexpr (requires { Window::check(len, 0.0); }) return Window::check(len, alphaOf(alphaQ15));
+  static double AlphaOf(int alphaQ15) { return alphaQ15 * 0x1p-15; }
+  static OrpStatus Check(size_t len, int alphaQ15) {
+    if constexpr (requires { Window::Check(len, 0.0); }) return Window::Check(len, AlphaOf(alphaQ15));
     return StsOk;
   }
-  static auto of(size_t len, int alphaQ15) { return Window::of(len, alphaOf(alphaQ15)); }
+  static auto Of(size_t len, int alphaQ15) { return Window::Of(len, AlphaOf(alphaQ15)); }
 };
 
 // ---- Calls
 
 template <class Window, class E, class... Parameter>
-HWY_INLINE OrpStatus weighScaled(const E* pSrc, E* pDst, int len, int scaleFactor, Parameter... parameter) {
+HWY_INLINE OrpStatus WeighScaled(const E* pSrc, E* pDst, int len, int scaleFactor, Parameter... parameter) {
   ORPS_CHECK_LONGER_VECTOR(Window::kLeast, len, pSrc, pDst);
   const size_t count = static_cast<size_t>(len);
-  if constexpr (requires { Window::check(count, parameter...); }) {
-    const OrpStatus status = Window::check(count, parameter...);
+  if constexpr (requires { Window::Check(count, parameter...); }) {
+    const OrpStatus status = Window::Check(count, parameter...);
     ORPS_RETURN_IF(status != StsOk, status);
   }
   if (count == 1) {  // only of a Kaiser window, which has no scaled form
     put(pDst, get(pSrc));
   } else {
-    auto weights = Window::of(count, parameter...);
-    weigh(weights, UnitOfScale(scaleFactor), pSrc, pDst, count);
+    auto weights = Window::Of(count, parameter...);
+    Weigh(weights, UnitOfScale(scaleFactor), pSrc, pDst, count);
   }
   return StsOk;
 }
 
 template <class Window, class E, class... Parameter>
 OrpStatus window(const E* pSrc, E* pDst, int len, Parameter... parameter) {
-  return weighScaled<Window>(pSrc, pDst, len, 0, parameter...);
+  return WeighScaled<Window>(pSrc, pDst, len, 0, parameter...);
 }
 
 template <class Window, class E, class... Parameter>
 OrpStatus windowInPlace(E* pSrcDst, int len, Parameter... parameter) {
-  return weighScaled<Window>(pSrcDst, pSrcDst, len, 0, parameter...);
+  return WeighScaled<Window>(pSrcDst, pSrcDst, len, 0, parameter...);
 }
 
 template <class Window, class E>
 OrpStatus windowInPlaceSfs(E* pSrcDst, int len, int alphaQ15, int scaleFactor) {
-  return weighScaled<Window>(pSrcDst, pSrcDst, len, scaleFactor, alphaQ15);
+  return WeighScaled<Window>(pSrcDst, pSrcDst, len, scaleFactor, alphaQ15);
 }
 
 }  // namespace

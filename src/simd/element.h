@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <type_traits>
 
+#include "frame/access.h"
 #include "orpsp/types.h"
 
 namespace orpsp {
@@ -51,18 +52,6 @@ const Orp8u* bytes(const T* p) {
 template <class T>
 Orp8u* bytes(T* p) {
   return reinterpret_cast<Orp8u*>(p);
-}
-
-// Single elements at any address.
-template <class T>
-inline T get(const T* p) {
-  T value;
-  __builtin_memcpy(&value, p, sizeof(T));
-  return value;
-}
-template <class T>
-inline void put(T* p, T value) {
-  __builtin_memcpy(p, &value, sizeof(T));
 }
 
 }  // namespace orpsp

@@ -19,7 +19,7 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 // The lanes of two vectors, picked by Pick: lane i of the result is lane pick(i) of a and then b.
 template <class V, class Pick, size_t... i>
-HWY_INLINE V shuffledLanes(V a, V b, Pick, std::index_sequence<i...>) {
+HWY_INLINE V ShuffledLanes(V a, V b, Pick, std::index_sequence<i...>) {
   using T = hn::TFromV<V>;
   using Raw = decltype(V::raw);
   typedef T Elements __attribute__((vector_size(sizeof(Raw))));
@@ -28,7 +28,7 @@ HWY_INLINE V shuffledLanes(V a, V b, Pick, std::index_sequence<i...>) {
 }
 template <class Pick, class V>
 HWY_INLINE V Shuffled(V a, V b) {
-  return shuffledLanes(a, b, Pick{}, std::make_index_sequence<sizeof(V) / sizeof(hn::TFromV<V>)>{});
+  return ShuffledLanes(a, b, Pick{}, std::make_index_sequence<sizeof(V) / sizeof(hn::TFromV<V>)>{});
 }
 
 }  // namespace

@@ -145,7 +145,7 @@ struct Differences {
   Bytes block[8];
 
   template <size_t count>
-  constexpr Differences(const Run (&runs)[count], int origin) : block() {
+  constexpr differences(const Run (&runs)[count], int origin) : block() {
     int i = 0;
     for (const Run& run : runs) {
       for (int number = run.first; number <= run.last; number += run.step)
@@ -153,7 +153,7 @@ struct Differences {
           block[i / 16].entry[i % 16] = static_cast<uint8_t>(number - origin - i);
     }
   }
-  constexpr bool IsZero(size_t k) const {
+  constexpr bool isZero(size_t k) const {
     for (const uint8_t difference : block[k].entry)
       if (difference != 0) return false;
     return true;
@@ -196,7 +196,7 @@ struct Transcode {
   }
   template <size_t k, class D, class V>
   static HWY_INLINE V PlusDifference(D d, V fields, V magnitude) {
-    if constexpr (Law::kDifferences.IsZero(k)) return fields;
+    if constexpr (Law::kDifferences.isZero(k)) return fields;
     // Of magnitudes outside the block bit 7 gets set, for which a shuffle gives 0.
     const auto inBlock = hn::Xor(magnitude, hn::Set(d, uint8_t{16 * k}));
     const auto index = hn::SaturatedAdd(inBlock, hn::Set(d, uint8_t{0x70}));

@@ -82,7 +82,7 @@ struct RoundedLessAnyPart {
 
 // From the last element to the first, since dst may be src.
 template <class Op, class T>
-HWY_INLINE OrpStatus emphasize(const Op& op, const T* src, T* dst, size_t len) {
+HWY_INLINE OrpStatus Emphasize(const Op& op, const T* src, T* dst, size_t len) {
   constexpr size_t kStep = Op::kStep;
   constexpr TagOf<T, kStep> d;
   const auto at = [&](size_t i) HWY_ATTR { return op(d, hn::LoadU(d, src + i), hn::LoadU(d, src + i - 1)); };
@@ -104,17 +104,17 @@ HWY_INLINE OrpStatus emphasize(const Op& op, const T* src, T* dst, size_t len) {
 
 OrpStatus preemphasize(const Orp32f* pSrc, Orp32f* pDst, int len, Orp32f v) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  return emphasize(LessPart{v}, pSrc, pDst, static_cast<size_t>(len));
+  return Emphasize(LessPart{v}, pSrc, pDst, static_cast<size_t>(len));
 }
 
 OrpStatus preemphasize(const Orp16s* pSrc, Orp16s* pDst, int len, Orp32f v) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   const double scaled = -0x1p30 * double{v};
   const auto factor = std::fabs(v) < 1.999f ? static_cast<int32_t>(scaled) : 0;
-  if (factor != scaled) return emphasize(RoundedLessAnyPart{v}, pSrc, pDst, static_cast<size_t>(len));
+  if (factor != scaled) return Emphasize(RoundedLessAnyPart{v}, pSrc, pDst, static_cast<size_t>(len));
   const int upper = (factor + (1 << 15)) >> 16;
   const RoundedLessPart op{static_cast<Orp16s>(upper), static_cast<Orp16s>(factor - upper * 65536)};
-  return emphasize(op, pSrc, pDst, static_cast<size_t>(len));
+  return Emphasize(op, pSrc, pDst, static_cast<size_t>(len));
 }
 
 // ---- Sums over a window
@@ -141,7 +141,7 @@ HWY_INLINE Ints Prefix(Ints v) {
 // The sum so far, in every lane: in 32 bits, or in doubles, which are exact, too.
 struct Sum32 {
   Ints sum;
-  static HWY_INLINE Sum32 of(int64_t sum) { return {hn::Set(kInts, static_cast<int32_t>(sum))}; }
+  static HWY_INLINE Sum32 Of(int64_t sum) { return {hn::Set(kInts, static_cast<int32_t>(sum))}; }
 
   HWY_INLINE auto Next(Ints prefix) {
     const auto sums = hn::Add(sum, prefix);
@@ -151,7 +151,7 @@ struct Sum32 {
 };
 struct Sum64 {
   Doubles sum;
-  static HWY_INLINE Sum64 of(int64_t sum) { return {hn::Set(kDoubles, static_cast<double>(sum))}; }
+  static HWY_INLINE Sum64 Of(int64_t sum) { return {hn::Set(kDoubles, static_cast<double>(sum))}; }
 
   HWY_INLINE auto Next(Ints prefix) {
     constexpr hn::Half<decltype(kInts)> half;
@@ -177,9 +177,9 @@ HWY_INLINE int64_t TotalOf(const Orp16s* p, size_t len) { return Accumulated<Sum
 
 // After the first sum, what enters the window less what leaves it.
 template <class Sum, class T>
-HWY_INLINE void slide(int64_t first, const T* src, float* dst, size_t len, size_t window) {
+HWY_INLINE void Slide(int64_t first, const T* src, float* dst, size_t len, size_t window) {
   put(dst, static_cast<float>(first));
-  auto sum = Sum::of(first);
+  auto sum = Sum::Of(first);
   const Vector<T> entering{src + window}, leaving{src};
   const auto next = [&](auto in, auto out)
                         HWY_ATTR { return sum.Next(Prefix(hn::Sub(Lift(kInts, in), Lift(kInts, out)))); };
@@ -201,9 +201,9 @@ OrpStatus sumWindow(const T* pSrc, Orp32f* pDst, int len, int windowLen) {
   constexpr int64_t kLargest = std::is_signed_v<T> ? -int64_t{kLeast<T>} : int64_t{kMost<T>};
   const int64_t first = TotalOf(pSrc, window);
   if (windowLen <= kMost<int32_t> / kLargest) {
-    slide<Sum32>(first, pSrc, pDst, count, window);
+    Slide<Sum32>(first, pSrc, pDst, count, window);
   } else {
-    slide<Sum64>(first, pSrc, pDst, count, window);
+    Slide<Sum64>(first, pSrc, pDst, count, window);
   }
   return StsOk;
 }

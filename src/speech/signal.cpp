@@ -24,36 +24,36 @@ constexpr hn::ScalableTag<double> kDoubles;
 // ---- Running means
 
 struct Linear {
-  static int of(int x) { return x * 32768; }
+  static int Of(int x) { return x * 32768; }
 };
 struct Power {
-  static int of(int x) { return x * x; }
+  static int Of(int x) { return x * x; }
 };
 
 constexpr int64_t kUnit = 1 << 15;
 
 // sum / kUnit to the nearest integer in range, where the sum has half a unit added: a tie shows by leaving no
 // remainder.
-HWY_INLINE int64_t roundedSum(int64_t sum) {
+HWY_INLINE int64_t RoundedSum(int64_t sum) {
   const int64_t y = sum >> 15, even = sum % kUnit == 0 ? y & ~int64_t{1} : y;
   if (HWY_LIKELY(even == static_cast<int32_t>(even))) return even;
   return even < 0 ? kLeast<int32_t> : kMost<int32_t>;
 }
-HWY_NOINLINE int64_t roundedSumOfFew(int64_t sum) { return roundedSum(sum); }
+HWY_NOINLINE int64_t RoundedSumOfFew(int64_t sum) { return RoundedSum(sum); }
 
 // What takes time is the way from one y to the next: a product, a sum and a shift, if ties are rare enough for a branch
 // that is foretold.
 template <class Kind, bool tiesAreRare>
-int64_t updated(int64_t y, const Orp16s* src, size_t len, int shift, int64_t alpha) {
+int64_t Updated(int64_t y, const Orp16s* src, size_t len, int shift, int64_t alpha) {
   for (size_t n = 0; n < len; ++n) {
-    int64_t part = alpha * (Kind::of(get(src + n)) >> shift) + kUnit / 2;
+    int64_t part = alpha * (Kind::Of(get(src + n)) >> shift) + kUnit / 2;
     asm("" : "+r"(part));  // or the compiler adds the half to the sum
     const int64_t sum = y * (kUnit - alpha) + part;
     y = sum >> 15;
     if constexpr (!tiesAreRare) {
-      y = roundedSum(sum);
+      y = RoundedSum(sum);
     } else if (HWY_UNLIKELY(sum % kUnit == 0 || y != static_cast<int32_t>(y))) {
-      y = roundedSumOfFew(sum);
+      y = RoundedSumOfFew(sum);
     }
   }
   return y;
@@ -64,7 +64,7 @@ OrpStatus update(const Orp16s* pSrc, int len, Orp32s* pSrcDst, int srcShiftRight
   ORPS_CHECK_VECTOR(len, pSrc, pSrcDst);
   const int shift = HWY_MIN(HWY_MAX(srcShiftRight, 0), 31);
   const bool tiesAreRare = alpha % 256 != 0;  // fractions with at least 8 bits
-  const auto kernel = tiesAreRare ? updated<Kind, true> : updated<Kind, false>;
+  const auto kernel = tiesAreRare ? Updated<Kind, true> : Updated<Kind, false>;
   put(pSrcDst, static_cast<Orp32s>(kernel(get(pSrcDst), pSrc, static_cast<size_t>(len), shift, alpha)));
   return StsOk;
 }

@@ -25,10 +25,10 @@ struct Coordinates {
   int16_t least, most;
 
   Coordinates(int residue, int limit, int fraction)
-      : least(at(-limit + (((limit + residue) & 3) == 0 ? 0 : 2), fraction)),
-        most(at(limit - (((limit - residue) & 3) == 0 ? 0 : 2), fraction)) {}
+      : least(At(-limit + (((limit + residue) & 3) == 0 ? 0 : 2), fraction)),
+        most(At(limit - (((limit - residue) & 3) == 0 ? 0 : 2), fraction)) {}
 
-  static int16_t at(int coordinate, int fraction) { return static_cast<int16_t>(coordinate * (1 << fraction)); }
+  static int16_t At(int coordinate, int fraction) { return static_cast<int16_t>(coordinate * (1 << fraction)); }
 
   template <class V>
   HWY_INLINE V Clamp(V v) const {
@@ -40,7 +40,7 @@ struct Coordinates {
 class Constellation {
  public:
   Constellation(int limit, int fraction)
-      : unit_(Coordinates::at(1, fraction)),
+      : unit_(Coordinates::At(1, fraction)),
         bound_(HWY_MIN((limit + 1) << fraction, 32768)),
         fraction_(fraction),
         plus_(1, limit, fraction),
@@ -86,8 +86,8 @@ class Constellation {
 
 // Variants of src's points from n on while there is a vector of them; what is left of them begins at the result.
 template <class D>
-HWY_INLINE size_t findVariants(D d, const Constellation& constellation, size_t n, size_t len, const Orp16sc* src,
-                               Orp16sc* points, Orp16u* distances, bool& isMoved) {
+HWY_INLINE size_t FindVariantsOfAll(D d, const Constellation& constellation, size_t n, size_t len, const Orp16sc* src,
+                                    Orp16sc* points, Orp16u* distances, bool& isMoved) {
   constexpr size_t kPoints = hn::MaxLanes(D{}) / 2;
   auto moved = hn::MaskFromVec(hn::Zero(d));
   for (; n + kPoints <= len; n += kPoints)
@@ -106,8 +106,8 @@ OrpStatus getVarPoint(const Orp16sc* pSrc, Orp16sc* pDstPoints, Orp16u* pDstDist
   bool isMoved = false;
   constexpr hn::ScalableTag<int16_t> d;
   constexpr hn::FixedTag<int16_t, 8> few;
-  const size_t most = findVariants(d, constellation, 0, count, pSrc, pDstPoints, pDstDistances, isMoved);
-  const size_t n = findVariants(few, constellation, most, count, pSrc, pDstPoints, pDstDistances, isMoved);
+  const size_t most = FindVariantsOfAll(d, constellation, 0, count, pSrc, pDstPoints, pDstDistances, isMoved);
+  const size_t n = FindVariantsOfAll(few, constellation, most, count, pSrc, pDstPoints, pDstDistances, isMoved);
   if (n < count) {
     Orp16sc points[4 * kClasses];
     Orp16u distances[4 * kClasses];
@@ -244,7 +244,7 @@ HWY_INLINE Orp16u LeastOf(V v) {
 
 // Every state's best branch and its sum. The result is the least sum.
 template <class D, class Table>
-HWY_INLINE Orp16u chooseBranches(D d, const Table& metrics, const ShuffledTable& branchMetrics, const Orp16u* trellis,
+HWY_INLINE Orp16u ChooseBranches(D d, const Table& metrics, const ShuffledTable& branchMetrics, const Orp16u* trellis,
                                  size_t states, Orp16u* sums, Orp16u* paths) {
   const auto sumOf = [&](auto branches) HWY_ATTR {
     const auto subsets = hn::And(branches, hn::Set(d, kSubsets - 1));
@@ -270,7 +270,7 @@ HWY_INLINE Orp16u chooseBranches(D d, const Table& metrics, const ShuffledTable&
 }
 
 template <class D>
-HWY_INLINE OrpStatus update(D d, const Orp16u* branchMetrics, const Orp16u* trellis, const Orp16u* src, Orp16u* dst,
+HWY_INLINE OrpStatus Update(D d, const Orp16u* branchMetrics, const Orp16u* trellis, const Orp16u* src, Orp16u* dst,
                             Orp16u* paths, size_t states, int* bestState) {
   constexpr size_t kStep = hn::MaxLanes(D{});
   const auto last = hn::Set(d, static_cast<Orp16u>(kSubsets * states - 1));
@@ -282,8 +282,8 @@ HWY_INLINE OrpStatus update(D d, const Orp16u* branchMetrics, const Orp16u* trel
   alignas(64) Orp16u sums[kMostStates];
   const ShuffledTable ofBranches(branchMetrics, kSubsets);
   const Orp16u least = states <= ShuffledTable::kMost
-                           ? chooseBranches(d, ShuffledTable(src, states), ofBranches, trellis, states, sums, paths)
-                           : chooseBranches(d, LargeTable{src}, ofBranches, trellis, states, sums, paths);
+                           ? ChooseBranches(d, ShuffledTable(src, states), ofBranches, trellis, states, sums, paths)
+                           : ChooseBranches(d, LargeTable{src}, ofBranches, trellis, states, sums, paths);
 
   intptr_t best = -1;
   for (size_t s = 0; s < states; s += kStep) {
@@ -306,8 +306,8 @@ OrpStatus updatePathMetrics(const Orp16u* pBranchMetrics, const Orp16u* pTrellis
   constexpr hn::ScalableTag<uint16_t> d;
   constexpr hn::CappedTag<uint16_t, 16> shorter;  // full vectors for codes of 16 states
   return states <= 16
-             ? update(shorter, pBranchMetrics, pTrellis, pSrcMetrics, pDstMetrics, pDstPaths, states, pBestState)
-             : update(d, pBranchMetrics, pTrellis, pSrcMetrics, pDstMetrics, pDstPaths, states, pBestState);
+             ? Update(shorter, pBranchMetrics, pTrellis, pSrcMetrics, pDstMetrics, pDstPaths, states, pBestState)
+             : Update(d, pBranchMetrics, pTrellis, pSrcMetrics, pDstMetrics, pDstPaths, states, pBestState);
 }
 
 // ---- Decisions

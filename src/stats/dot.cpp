@@ -52,12 +52,12 @@ struct ComplexByComplex {
 };
 
 template <size_t lanes, class T, class R>
-HWY_NOINLINE R realProduct(size_t len, const T* a, const T* b) {
+HWY_NOINLINE R RealProduct(size_t len, const T* a, const T* b) {
   return Accumulated<SumOf<R, lanes, Product>>(len, Vector<T>{a}, Vector<T>{b}).sum.Total();
 }
 
 template <class A, class B, class R>
-HWY_NOINLINE R complexProduct(size_t len, const A* a, const B* b) {
+HWY_NOINLINE R ComplexProduct(size_t len, const A* a, const B* b) {
   using T = Lane<R>;
   const auto total = [=]() HWY_ATTR {
     if constexpr (isComplex<A>) {
@@ -73,10 +73,10 @@ template <class A, class B, class R>
 OrpStatus product(const A* pSrc1, const B* pSrc2, int len, R* pDp) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDp);
   if constexpr (isComplex<R>) {
-    put(pDp, complexProduct<A, B, R>(Size(len), pSrc1, pSrc2));
+    put(pDp, ComplexProduct<A, B, R>(toSize(len), pSrc1, pSrc2));
   } else {
     constexpr size_t kLanes = std::is_same_v<R, float> ? 16 : kUsualLanes<R>;
-    put(pDp, realProduct<kLanes, A, R>(Size(len), pSrc1, pSrc2));
+    put(pDp, RealProduct<kLanes, A, R>(toSize(len), pSrc1, pSrc2));
   }
   return StsOk;
 }
@@ -143,7 +143,7 @@ struct PairsByPairs : ComplexSums<T> {
 };
 
 template <class A, class B>
-HWY_NOINLINE auto exactProduct(size_t len, const A* a, const B* b) {
+HWY_NOINLINE auto ExactProduct(size_t len, const A* a, const B* b) {
   constexpr bool kWords16 = sizeof(Lane<B>) == 2;
   if constexpr (!isComplex<B>) {
     return Accumulated<std::conditional_t<kWords16, ByWords16, ByWords32>>(len, Vector<A>{a}, Vector<B>{b}).Total();
@@ -161,7 +161,7 @@ HWY_NOINLINE auto exactProduct(size_t len, const A* a, const B* b) {
 template <class A, class B, class R>
 OrpStatus productOfIntegers(const A* pSrc1, const B* pSrc2, int len, R* pDp) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDp);
-  put(pDp, Finished<R>(exactProduct(Size(len), pSrc1, pSrc2), [](Int128 total, auto type) {
+  put(pDp, Finished<R>(ExactProduct(toSize(len), pSrc1, pSrc2), [](Int128 total, auto type) {
         return static_cast<decltype(type)>(static_cast<int64_t>(total));
       }));
   return StsOk;
@@ -170,7 +170,7 @@ OrpStatus productOfIntegers(const A* pSrc1, const B* pSrc2, int len, R* pDp) {
 template <class A, class B, class R>
 OrpStatus productSfs(const A* pSrc1, const B* pSrc2, int len, R* pDp, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDp);
-  put(pDp, Finished<R>(exactProduct(Size(len), pSrc1, pSrc2), Scaled{scaleFactor}));
+  put(pDp, Finished<R>(ExactProduct(toSize(len), pSrc1, pSrc2), Scaled{scaleFactor}));
   return StsOk;
 }
 

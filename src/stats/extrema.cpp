@@ -238,8 +238,8 @@ template <class Side, template <class> class Of = Plain, class T>
 OrpStatus extreme(const T* pSrc, int len, T* pValue) {
   ORPS_CHECK_VECTOR(len, pSrc, pValue);
   Extreme<Side, typename Of<T>::Key> found;
-  Scan<Of<T>>(pSrc, Size(len), kValueBlock<T>, found);
-  put(pValue, Value<Of<T>>(found, pSrc, Size(len)));
+  Scan<Of<T>>(pSrc, toSize(len), kValueBlock<T>, found);
+  put(pValue, Value<Of<T>>(found, pSrc, toSize(len)));
   return StsOk;
 }
 
@@ -247,8 +247,8 @@ template <class Side, template <class> class Of = Plain, class T>
 OrpStatus extremeIndx(const T* pSrc, int len, T* pValue, int* pIndx) {
   ORPS_CHECK_VECTOR(len, pSrc, pValue, pIndx);
   Extreme<Side, typename Of<T>::Key> found;
-  Scan<Of<T>>(pSrc, Size(len), kIndexBlock<T>, found);
-  const auto [value, index] = Locate<Of<T>>(found, pSrc, Size(len));
+  Scan<Of<T>>(pSrc, toSize(len), kIndexBlock<T>, found);
+  const auto [value, index] = Locate<Of<T>>(found, pSrc, toSize(len));
   put(pValue, value);
   put(pIndx, static_cast<int>(index));
   return StsOk;
@@ -260,9 +260,9 @@ OrpStatus minMax(const T* pSrc, int len, T* pMin, T* pMax) {
   using Of = Plain<T>;
   Extreme<Least, typename Of::Key> least;
   Extreme<Greatest, typename Of::Key> greatest;
-  Scan<Of>(pSrc, Size(len), kValueBlock<T>, least, greatest);
-  put(pMin, Value<Of>(least, pSrc, Size(len)));
-  put(pMax, Value<Of>(greatest, pSrc, Size(len)));
+  Scan<Of>(pSrc, toSize(len), kValueBlock<T>, least, greatest);
+  put(pMin, Value<Of>(least, pSrc, toSize(len)));
+  put(pMax, Value<Of>(greatest, pSrc, toSize(len)));
   return StsOk;
 }
 
@@ -272,8 +272,8 @@ OrpStatus minMaxIndx(const T* pSrc, int len, T* pMin, int* pMinIndx, T* pMax, in
   using Of = Plain<T>;
   Extreme<Least, typename Of::Key> least;
   Extreme<Greatest, typename Of::Key> greatest;
-  Scan<Of>(pSrc, Size(len), kIndexBlock<T>, least, greatest);
-  const auto min = Locate<Of>(least, pSrc, Size(len)), max = Locate<Of>(greatest, pSrc, Size(len));
+  Scan<Of>(pSrc, toSize(len), kIndexBlock<T>, least, greatest);
+  const auto min = Locate<Of>(least, pSrc, toSize(len)), max = Locate<Of>(greatest, pSrc, toSize(len));
   put(pMin, min.value);
   put(pMinIndx, static_cast<int>(min.index));
   put(pMax, max.value);

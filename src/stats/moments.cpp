@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kFast = 1;  // hint
 
-bool isAtMultipleOf(size_t bytes, const void* p) { return reinterpret_cast<uintptr_t>(p) % bytes == 0; }
+bool IsAtMultipleOf(size_t bytes, const void* p) { return reinterpret_cast<uintptr_t>(p) % bytes == 0; }
 
 // ---- Sums of floating point
 
@@ -26,9 +26,9 @@ bool isAtMultipleOf(size_t bytes, const void* p) { return reinterpret_cast<uintp
 template <class T>
 using BlockSum = SumOf<float, kUsualLanes<float>, T>;
 
-HWY_NOINLINE double accurateSum(const float* p, size_t len) {
+HWY_NOINLINE double AccurateSum(const float* p, size_t len) {
   SumOf<double, 8, Itself> eight{};
-  if (!isAtMultipleOf(8, p)) {
+  if (!IsAtMultipleOf(8, p)) {
     AccumulateFew(eight, 1, Vector<float>{p});
     ++p, --len;
   }
@@ -43,7 +43,7 @@ HWY_NOINLINE double accurateSum(const float* p, size_t len) {
   return four.sum.Total();
 }
 
-HWY_NOINLINE double fastSum(const float* p, size_t len) {
+HWY_NOINLINE double FastSum(const float* p, size_t len) {
   const size_t misplaced = reinterpret_cast<uintptr_t>(p) % 16;
   size_t head = misplaced % 4 == 0 ? (16 - misplaced) / 4 % 4 : 0;
   double sum = 0;
@@ -52,16 +52,16 @@ HWY_NOINLINE double fastSum(const float* p, size_t len) {
 }
 
 template <class T>
-HWY_NOINLINE Sums<double, 2> doubleSum(const T* p, size_t len) {
+HWY_NOINLINE Sums<double, 2> DoubleSum(const T* p, size_t len) {
   return Accumulated<SumOf<double, kUsualLanes<double>, Itself>>(len, Vector<T>{p}).sum.template Folded<2>();
 }
 
 template <class T>
-HWY_INLINE Parts<double> complexSum(const T* p, size_t len) {
-  return doubleSum(lanes(p), 2 * len).Totals();
+HWY_INLINE Parts<double> ComplexSum(const T* p, size_t len) {
+  return DoubleSum(lanes(p), 2 * len).Totals();
 }
 
-HWY_NOINLINE Parts<double> fastComplexSum(const Orp32fc* p, size_t len) {
+HWY_NOINLINE Parts<double> FastComplexSum(const Orp32fc* p, size_t len) {
   Parts<double> sum = {0, 0};
   ForEachBlock(2 * len, kSingleBlock, [&](size_t begin, size_t count) HWY_ATTR {
     const auto part = Accumulated<BlockSum<Itself>>(count, Vector<float>{lanes(p) + begin}).sum.Totals();
@@ -71,14 +71,14 @@ HWY_NOINLINE Parts<double> fastComplexSum(const Orp32fc* p, size_t len) {
   return sum;
 }
 
-HWY_INLINE double sumOf(const float* p, size_t len, int hint) {
-  return hint == kFast ? fastSum(p, len) : accurateSum(p, len);
+HWY_INLINE double SumByHint(const float* p, size_t len, int hint) {
+  return hint == kFast ? FastSum(p, len) : AccurateSum(p, len);
 }
-HWY_INLINE Parts<double> sumOf(const Orp32fc* p, size_t len, int hint) {
-  return hint == kFast ? fastComplexSum(p, len) : complexSum(p, len);
+HWY_INLINE Parts<double> SumByHint(const Orp32fc* p, size_t len, int hint) {
+  return hint == kFast ? FastComplexSum(p, len) : ComplexSum(p, len);
 }
-HWY_INLINE double sumOf(const double* p, size_t len) { return doubleSum(p, len).Total(); }
-HWY_INLINE Parts<double> sumOf(const Orp64fc* p, size_t len) { return complexSum(p, len); }
+HWY_INLINE double SumByHint(const double* p, size_t len) { return DoubleSum(p, len).Total(); }
+HWY_INLINE Parts<double> SumByHint(const Orp64fc* p, size_t len) { return ComplexSum(p, len); }
 
 // In the precision of T.
 template <class T>
@@ -90,17 +90,17 @@ HWY_INLINE T As(Parts<double> v) {
   return {static_cast<Lane<T>>(v.re), static_cast<Lane<T>>(v.im)};
 }
 
-HWY_INLINE double over(int len, double v) { return v / len; }
-HWY_INLINE double over(int len, float v) { return double{v} / len; }
+HWY_INLINE double Over(int len, double v) { return v / len; }
+HWY_INLINE double Over(int len, float v) { return double{v} / len; }
 template <class T>
-HWY_INLINE Parts<double> over(int len, T v) {
-  return {over(len, v.re), over(len, v.im)};
+HWY_INLINE Parts<double> Over(int len, T v) {
+  return {Over(len, v.re), Over(len, v.im)};
 }
 
 template <class T, class... Hint>
 OrpStatus sum(const T* pSrc, int len, T* pSum, Hint... hint) {
   ORPS_CHECK_VECTOR(len, pSrc, pSum);
-  put(pSum, As<T>(sumOf(pSrc, Size(len), hint...)));
+  put(pSum, As<T>(SumByHint(pSrc, toSize(len), hint...)));
   return StsOk;
 }
 
@@ -108,15 +108,15 @@ OrpStatus sum(const T* pSrc, int len, T* pSum, Hint... hint) {
 template <class T, class... Hint>
 OrpStatus mean(const T* pSrc, int len, T* pMean, Hint... hint) {
   ORPS_CHECK_VECTOR(len, pSrc, pMean);
-  put(pMean, As<T>(over(len, As<T>(sumOf(pSrc, Size(len), hint...)))));
+  put(pMean, As<T>(Over(len, As<T>(SumByHint(pSrc, toSize(len), hint...)))));
   return StsOk;
 }
 
 // ---- Sums of integers
 
-HWY_NOINLINE int64_t exactSum(const Orp16s* p, size_t len) { return Accumulated<Sum16>(len, Vector<Orp16s>{p}).total; }
+HWY_NOINLINE int64_t ExactSum(const Orp16s* p, size_t len) { return Accumulated<Sum16>(len, Vector<Orp16s>{p}).total; }
 
-HWY_NOINLINE int64_t exactSum(const Orp32s* p, size_t len) {
+HWY_NOINLINE int64_t ExactSum(const Orp32s* p, size_t len) {
   return Accumulated<SumOf<int64_t, kUsualLanes<int64_t>, Itself>>(len, Vector<Orp32s>{p}).sum.Total();
 }
 
@@ -136,7 +136,7 @@ struct ComplexSum16 : OfVectors<2> {
   }
 };
 
-HWY_NOINLINE Parts<int64_t> exactSum(const Orp16sc* p, size_t len) {
+HWY_NOINLINE Parts<int64_t> ExactSum(const Orp16sc* p, size_t len) {
   const auto sums = Accumulated<ComplexSum16>(2 * len, Vector<Orp16s>{lanes(p)});
   return {sums.re.total, sums.im.total};
 }
@@ -152,14 +152,14 @@ struct Quotient {
 template <class T, class D>
 OrpStatus sumSfs(const T* pSrc, int len, D* pSum, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pSum);
-  put(pSum, Finished<D>(exactSum(pSrc, Size(len)), Scaled{scaleFactor}));
+  put(pSum, Finished<D>(ExactSum(pSrc, toSize(len)), Scaled{scaleFactor}));
   return StsOk;
 }
 
 template <class T, class D>
 OrpStatus meanSfs(const T* pSrc, int len, D* pMean, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pMean);
-  put(pMean, Finished<D>(exactSum(pSrc, Size(len)), Quotient{len, scaleFactor}));
+  put(pMean, Finished<D>(ExactSum(pSrc, toSize(len)), Quotient{len, scaleFactor}));
   return StsOk;
 }
 
@@ -182,16 +182,16 @@ struct Moments {
   double mean, deviation;
 };
 
-HWY_INLINE Moments momentsOf(double sum, double squares, double n) {
+HWY_INLINE Moments MomentsOf(double sum, double squares, double n) {
   // Round-off must not make a negative variance; a NaN stays.
   const double variance = n * squares - sum * sum;
   return {double{static_cast<float>(sum)} / n, Root((variance < 0 ? 0 : variance) / (n * (n - 1)))};
 }
 
-HWY_NOINLINE Moments accurateMoments(const float* p, size_t len) {
+HWY_NOINLINE Moments AccurateMoments(const float* p, size_t len) {
   const double n = static_cast<double>(len);
   SumsAndSquares<double, 4> sums{};
-  if (!isAtMultipleOf(8, p)) {
+  if (!IsAtMultipleOf(8, p)) {
     AccumulateFew(sums, 1, Vector<float>{p});
     ++p, --len;
   }
@@ -201,21 +201,21 @@ HWY_NOINLINE Moments accurateMoments(const float* p, size_t len) {
     AccumulateFew(sums, few, Vector<float>{p});
     p += few;
   }
-  return momentsOf(sums.sum.Total(), sums.squares.Total(), n);
+  return MomentsOf(sums.sum.Total(), sums.squares.Total(), n);
 }
 
-HWY_NOINLINE Moments fastMoments(const float* p, size_t len) {
+HWY_NOINLINE Moments FastMoments(const float* p, size_t len) {
   double sum = 0, squares = 0;
   ForEachBlock(len, kSingleBlock, [&](size_t begin, size_t count) HWY_ATTR {
     const auto part = Accumulated<SumsAndSquares<float, kUsualLanes<float> / 2>>(count, Vector<float>{p + begin});
     sum += double{part.sum.Total()};
     squares += double{part.squares.Total()};
   });
-  return momentsOf(sum, squares, static_cast<double>(len));
+  return MomentsOf(sum, squares, static_cast<double>(len));
 }
 
-HWY_INLINE Moments momentsOf(const float* p, size_t len, int hint) {
-  return hint == kFast ? fastMoments(p, len) : accurateMoments(p, len);
+HWY_INLINE Moments MomentsOf(const float* p, size_t len, int hint) {
+  return hint == kFast ? FastMoments(p, len) : AccurateMoments(p, len);
 }
 
 // Source: differences from a center, none beyond the end.
@@ -234,18 +234,18 @@ struct FromCenter : Padded<double> {
   HWY_INLINE auto Difference(auto v) const { return hn::Sub(v, hn::Set(hn::DFromV<decltype(v)>{}, beyond)); }
 };
 
-HWY_INLINE double median(double a, double b, double c) {
+HWY_INLINE double Median(double a, double b, double c) {
   const double least = a < b ? a : b, most = a < b ? b : a;
   return c < least ? least : c > most ? most : c;
 }
 
-HWY_NOINLINE double deviationOf(const double* p, size_t len) {
+HWY_NOINLINE double DeviationOf(const double* p, size_t len) {
   constexpr size_t kTogether = 1024;
   const double reference = get(p);
   double mean = 0, squares = 0;  // of the elements so far, the mean less the reference [Chan, Golub, LeVeque 1983]
   ForEachBlock(len, kTogether, [&](size_t begin, size_t count) HWY_ATTR {
     const double before = static_cast<double>(begin), here = static_cast<double>(count);
-    const double center = median(get(p + begin), get(p + begin + count / 2), get(p + begin + count - 1));
+    const double center = Median(get(p + begin), get(p + begin + count / 2), get(p + begin + count - 1));
     const auto sums = Accumulated<SumsAndSquares<double, 16>>(count, FromCenter{{{p + begin}, center}});
     const double sum = sums.sum.Total(), offset = sum / here, square = sums.squares.Total() - sum * offset;
     const double step = (center - reference) + offset - mean;
@@ -255,25 +255,25 @@ HWY_NOINLINE double deviationOf(const double* p, size_t len) {
   return Root(squares / (static_cast<double>(len) - 1));
 }
 
-HWY_INLINE Moments momentsOf(const double* p, size_t len) {
-  return {sumOf(p, len) / static_cast<double>(len), deviationOf(p, len)};
+HWY_INLINE Moments MomentsOf(const double* p, size_t len) {
+  return {SumByHint(p, len) / static_cast<double>(len), DeviationOf(p, len)};
 }
 
 OrpStatus deviation(const Orp32f* pSrc, int len, Orp32f* pStdDev, int hint) {
   ORPS_CHECK_LONGER_VECTOR(2, len, pSrc, pStdDev);
-  put(pStdDev, As<Orp32f>(momentsOf(pSrc, Size(len), hint).deviation));
+  put(pStdDev, As<Orp32f>(MomentsOf(pSrc, toSize(len), hint).deviation));
   return StsOk;
 }
 OrpStatus deviation(const Orp64f* pSrc, int len, Orp64f* pStdDev) {
   ORPS_CHECK_LONGER_VECTOR(2, len, pSrc, pStdDev);
-  put(pStdDev, deviationOf(pSrc, Size(len)));
+  put(pStdDev, DeviationOf(pSrc, toSize(len)));
   return StsOk;
 }
 
 template <class T, class... Hint>
 OrpStatus moments(const T* pSrc, int len, T* pMean, T* pStdDev, Hint... hint) {
   ORPS_CHECK_LONGER_VECTOR(2, len, pSrc, pMean, pStdDev);
-  const Moments result = momentsOf(pSrc, Size(len), hint...);
+  const Moments result = MomentsOf(pSrc, toSize(len), hint...);
   put(pMean, As<T>(result.mean));
   put(pStdDev, As<T>(result.deviation));
   return StsOk;
@@ -305,7 +305,7 @@ struct ExactTotals {
   }
 };
 
-HWY_NOINLINE ExactTotals exactTotals(const Orp16s* p, size_t len) {
+HWY_NOINLINE ExactTotals ExactTotalsOf(const Orp16s* p, size_t len) {
   const auto all = Accumulated<ExactMoments>(len, Vector<Orp16s>{p});
   return {all.sum.total, all.squares.Total()};
 }
@@ -313,14 +313,14 @@ HWY_NOINLINE ExactTotals exactTotals(const Orp16s* p, size_t len) {
 template <class D>
 OrpStatus deviationSfs(const Orp16s* pSrc, int len, D* pStdDev, int scaleFactor) {
   ORPS_CHECK_LONGER_VECTOR(2, len, pSrc, pStdDev);
-  put(pStdDev, exactTotals(pSrc, Size(len)).template Deviation<D>(len, scaleFactor));
+  put(pStdDev, ExactTotalsOf(pSrc, toSize(len)).template Deviation<D>(len, scaleFactor));
   return StsOk;
 }
 
 template <class D>
 OrpStatus momentsSfs(const Orp16s* pSrc, int len, D* pMean, D* pStdDev, int scaleFactor) {
   ORPS_CHECK_LONGER_VECTOR(2, len, pSrc, pMean, pStdDev);
-  const ExactTotals result = exactTotals(pSrc, Size(len));
+  const ExactTotals result = ExactTotalsOf(pSrc, toSize(len));
   put(pMean, Quotient{len, scaleFactor}(result.sum, D{}));
   put(pStdDev, result.template Deviation<D>(len, scaleFactor));
   return StsOk;

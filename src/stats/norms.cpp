@@ -129,7 +129,7 @@ struct SquareTimes {
 
 // Where the largest square overflowed or underflowed. (0, infinity and NaN stay what they are.)
 template <class... S>
-HWY_NOINLINE double largestMagnitudeScaled(double square, size_t len, const S&... src) {
+HWY_NOINLINE double LargestMagnitudeScaled(double square, size_t len, const S&... src) {
   const double scale = square > 1 ? 0x1p-600 : 0x1p600;
   return Root(Largest<double>(SquareTimes{scale}, len, src...)) / scale;
 }
@@ -145,7 +145,7 @@ struct Inf {
       const double square = Largest<double>(ComplexMagnitudeSquared{}, len, PlanesFor<double>(p)...);
       const bool isUsual = square >= kLeastSquare && square <= kMostSquare;
       if (std::is_same_v<R, double> && !isUsual)
-        return static_cast<R>(largestMagnitudeScaled(square, len, PlanesFor<double>(p)...));
+        return static_cast<R>(LargestMagnitudeScaled(square, len, PlanesFor<double>(p)...));
       return static_cast<R>(Root(square));
     }
   }
@@ -225,7 +225,7 @@ struct SquaresOf16 : OfVectors<2> {
 };
 
 template <class Acc>
-HWY_NOINLINE uint64_t exactTotal(size_t len, auto... p) {
+HWY_NOINLINE uint64_t ExactTotal(size_t len, auto... p) {
   return Accumulated<Acc>(len, Vector<Orp16s>{p}...).Total();
 }
 
@@ -233,22 +233,22 @@ template <class Acc>
 struct Exact {
   template <class R, class T>
   static HWY_INLINE R Of(size_t len, auto... p) {
-    return static_cast<R>(static_cast<int64_t>(exactTotal<Acc>(len, p...)));
+    return static_cast<R>(static_cast<int64_t>(ExactTotal<Acc>(len, p...)));
   }
   template <class R>
   static HWY_INLINE R Scaled(int scale, size_t len, auto... p) {
-    return static_cast<R>(scaledTotal(exactTotal<Acc>(len, p...), scale, kRange<R>));
+    return static_cast<R>(scaledTotal(ExactTotal<Acc>(len, p...), scale, kRange<R>));
   }
 };
 template <class Acc>
 struct ExactRoot {
   template <class R, class T>
   static HWY_INLINE R Of(size_t len, auto... p) {
-    return floatRoot(exactTotal<Acc>(len, p...));
+    return floatRoot(ExactTotal<Acc>(len, p...));
   }
   template <class R>
   static HWY_INLINE R Scaled(int scale, size_t len, auto... p) {
-    return static_cast<R>(scaledRoot(exactTotal<Acc>(len, p...), 1, scale, kRange<R>));
+    return static_cast<R>(scaledRoot(ExactTotal<Acc>(len, p...), 1, scale, kRange<R>));
   }
 };
 using ExactInf = Exact<LargestOf16>;
@@ -259,28 +259,28 @@ using ExactL1 = Exact<SumOf16>;
 template <class Norm, class T, class R>
 OrpStatus norm(const T* pSrc, int len, R* pNorm) {
   ORPS_CHECK_VECTOR(len, pSrc, pNorm);
-  put(pNorm, Norm::template Of<R, T>(Size(len), pSrc));
+  put(pNorm, Norm::template Of<R, T>(toSize(len), pSrc));
   return StsOk;
 }
 
 template <class Norm, class T, class R>
 OrpStatus normSfs(const T* pSrc, int len, R* pNorm, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pNorm);
-  put(pNorm, Norm::template Scaled<R>(scaleFactor, Size(len), pSrc));
+  put(pNorm, Norm::template Scaled<R>(scaleFactor, toSize(len), pSrc));
   return StsOk;
 }
 
 template <class Norm, class T, class R>
 OrpStatus difference(const T* pSrc1, const T* pSrc2, int len, R* pNorm) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pNorm);
-  put(pNorm, Norm::template Of<R, T>(Size(len), pSrc1, pSrc2));
+  put(pNorm, Norm::template Of<R, T>(toSize(len), pSrc1, pSrc2));
   return StsOk;
 }
 
 template <class Norm, class T, class R>
 OrpStatus differenceSfs(const T* pSrc1, const T* pSrc2, int len, R* pNorm, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pNorm);
-  put(pNorm, Norm::template Scaled<R>(scaleFactor, Size(len), pSrc1, pSrc2));
+  put(pNorm, Norm::template Scaled<R>(scaleFactor, toSize(len), pSrc1, pSrc2));
   return StsOk;
 }
 

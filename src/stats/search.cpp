@@ -68,7 +68,7 @@ struct InRange {
 OrpStatus countInRange(const Orp32s* pSrc, int len, int* pCounts, Orp32s lowerBound, Orp32s upperBound) {
   ORPS_CHECK_VECTOR(len, pSrc, pCounts);
   int64_t count = 0;
-  if (lowerBound < upperBound) count = Tally(InRange{lowerBound, upperBound}, Size(len), Vector<Orp32s>{pSrc});
+  if (lowerBound < upperBound) count = Tally(InRange{lowerBound, upperBound}, toSize(len), Vector<Orp32s>{pSrc});
   put(pCounts, static_cast<int>(count));
   return StsOk;
 }
@@ -109,7 +109,7 @@ template <class T>
 OrpStatus zeroCrossing(const T* pSrc, int len, Orp32f* pValZCR, int zcType) {
   ORPS_CHECK_VECTOR(len, pSrc, pValZCR);
   const auto tally = [=](auto op) HWY_ATTR {
-    return static_cast<double>(Tally(op, Size(len) - 1, Vector<T>{pSrc}, Vector<T>{pSrc + 1}));
+    return static_cast<double>(Tally(op, toSize(len) - 1, Vector<T>{pSrc}, Vector<T>{pSrc + 1}));
   };
   double crossings = 0;
   switch (zcType) {
@@ -188,7 +188,7 @@ HWY_INLINE void Nearest(const T* table, size_t len, const T* pValues, T* found, 
 template <class T>
 OrpStatus findNearestOne(T inpVal, const T* pTable, int tblLen, T* pOutVal, int* pOutIndex) {
   ORPS_CHECK_VECTOR(tblLen, pTable, pOutVal, pOutIndex);
-  Nearest<1>(pTable, Size(tblLen), &inpVal, pOutVal, pOutIndex);
+  Nearest<1>(pTable, toSize(tblLen), &inpVal, pOutVal, pOutIndex);
   return StsOk;
 }
 
@@ -199,8 +199,8 @@ OrpStatus findNearest(const T* pVals, T* pOutVals, int* pOutIndexes, int len, co
   constexpr int kAtOnce = 8;
   int n = 0;
   for (; n + kAtOnce <= len; n += kAtOnce)
-    Nearest<kAtOnce>(pTable, Size(tblLen), pVals + n, pOutVals + n, pOutIndexes + n);
-  for (; n < len; ++n) Nearest<1>(pTable, Size(tblLen), pVals + n, pOutVals + n, pOutIndexes + n);
+    Nearest<kAtOnce>(pTable, toSize(tblLen), pVals + n, pOutVals + n, pOutIndexes + n);
+  for (; n < len; ++n) Nearest<1>(pTable, toSize(tblLen), pVals + n, pOutVals + n, pOutIndexes + n);
   return StsOk;
 }
 

@@ -129,7 +129,7 @@ struct Gap {
 #if HWY_TARGET == HWY_SSSE3
     const size_t count = table.count[set];
 #else
-    const size_t count = Size(__builtin_popcount(bits[0]));
+    const size_t count = toSize(__builtin_popcount(bits[0]));
 #endif
     const V sides = Ordered(v, table.at[set]);
     hn::StoreU(sides, D{}, left);
@@ -432,7 +432,7 @@ constexpr bool kAscends = false, kDescends = true;
 template <bool descends, class T>
 OrpStatus sort(T* pSrcDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrcDst);
-  const size_t n = Size(len);
+  const size_t n = toSize(len);
   using Key = hwy::SignedFromSize<sizeof(T)>;
   const Key flip = static_cast<Key>((std::is_unsigned_v<T> ? hwy::LowestValue<Key>() : 0) ^ (descends ? -1 : 0));
   const KeyOrder<Key> order = {flip, isFloat<T> ? hwy::HighestValue<Key>() : Key{0}};

@@ -22,10 +22,10 @@ constexpr bool kAscends = false, kDescends = true;
 constexpr size_t kBlock = 64;    // elements whose comparisons are the bits of a number
 constexpr size_t kSelected = 9;  // elements of the longest range that is sorted by selection
 
-HWY_INLINE uint64_t lowBits(size_t count) { return count < 64 ? (uint64_t{1} << count) - 1 : ~uint64_t{0}; }
-HWY_INLINE size_t countBits(uint64_t bits) { return static_cast<size_t>(__builtin_popcountll(bits)); }
-HWY_INLINE size_t lowestBit(uint64_t bits) { return static_cast<size_t>(__builtin_ctzll(bits)); }
-HWY_INLINE uint64_t reverseBits(uint64_t bits) {
+HWY_INLINE uint64_t LowBits(size_t count) { return count < 64 ? (uint64_t{1} << count) - 1 : ~uint64_t{0}; }
+HWY_INLINE size_t CountBits(uint64_t bits) { return static_cast<size_t>(__builtin_popcountll(bits)); }
+HWY_INLINE size_t LowestBit(uint64_t bits) { return static_cast<size_t>(__builtin_ctzll(bits)); }
+HWY_INLINE uint64_t ReverseBits(uint64_t bits) {
   bits = __builtin_bswap64(bits);
   bits = (bits >> 4 & 0x0F0F0F0F0F0F0F0F) | (bits & 0x0F0F0F0F0F0F0F0F) << 4;
   bits = (bits >> 2 & 0x3333333333333333) | (bits & 0x3333333333333333) << 2;
@@ -34,7 +34,7 @@ HWY_INLINE uint64_t reverseBits(uint64_t bits) {
 
 // Order by bits (sorting.h) as an order of integers.
 template <class T>
-HWY_INLINE auto ordered(T key) {
+HWY_INLINE auto Ordered(T key) {
   if constexpr (std::is_floating_point_v<T>) {
     return kFloatOrder<T>.Key(__builtin_bit_cast(hwy::MakeSigned<T>, key));
   } else {
@@ -42,7 +42,7 @@ HWY_INLINE auto ordered(T key) {
   }
 }
 template <class V>
-HWY_INLINE auto orderedLanes(V keys) {
+HWY_INLINE auto OrderedLanes(V keys) {
   using T = hn::TFromV<V>;
   if constexpr (std::is_floating_point_v<T>) {
     constexpr hn::RebindToSigned<hn::DFromV<V>> di;
@@ -53,7 +53,7 @@ HWY_INLINE auto orderedLanes(V keys) {
 }
 
 template <class D>
-HWY_INLINE uint64_t maskBits(D d, hn::Mask<D> mask) {
+HWY_INLINE uint64_t MaskBits(D d, hn::Mask<D> mask) {
   uint64_t bits = 0;
   hn::StoreMaskBits(d, mask, reinterpret_cast<uint8_t*>(&bits));
   return bits;
@@ -71,13 +71,13 @@ class IndexSort {
   IndexSort(T* keys, int32_t* indices, size_t len) : keys_(keys), indices_(indices), len_(len) {}
 
   // The first `count` of them.
-  void run(size_t count) {
+  void Run(size_t count) {
     const size_t mostDepth = 4 * (63 - static_cast<size_t>(__builtin_clzll(count)));
     Range pending[2 * 64];
     size_t pendingCount = 0;
     Range now{0, count, mostDepth, Mode::steps};
     for (;;) {
-      if (finished(now)) {
+      if (Finished(now)) {
         if (pendingCount == 0) return;
         now = pending[--pendingCount];
         continue;
@@ -85,9 +85,9 @@ class IndexSort {
       if (now.depth == 0) now = {now.first, now.count, mostDepth, Mode::total};
       Range smaller, larger;
       if (now.mode == Mode::steps) {
-        split<Mode::steps>(now, smaller, larger);
+        Split<Mode::steps>(now, smaller, larger);
       } else {
-        split<Mode::total>(now, smaller, larger);
+        Split<Mode::total>(now, smaller, larger);
       }
       if (smaller.count > larger.count) {
         const Range range = smaller;
@@ -116,20 +116,20 @@ class IndexSort {
   // Elements of the longest range that is sorted by their ranks; of bytes more than these are hardly ever different.
   static constexpr size_t kRanked = sizeof(T) == 1 ? 16 : HWY_MIN(kBlock, 6 * kLanes);
 
-  Element at(size_t i) const { return {get(keys_ + i), get(indices_ + i)}; }
-  HWY_INLINE void put(size_t i, Element e) {
+  Element At(size_t i) const { return {get(keys_ + i), get(indices_ + i)}; }
+  HWY_INLINE void Put(size_t i, Element e) {
     orpsp::put(keys_ + i, e.key);
     orpsp::put(indices_ + i, e.index);
   }
-  HWY_INLINE void swap(size_t i, size_t j) {
-    const Element a = at(i), b = at(j);
-    put(i, b);
-    put(j, a);
+  HWY_INLINE void Swap(size_t i, size_t j) {
+    const Element a = At(i), b = At(j);
+    Put(i, b);
+    Put(j, a);
   }
 
   // x belongs behind y
-  static HWY_INLINE bool behind(auto x, auto y) { return descend ? x < y : x > y; }
-  static HWY_INLINE auto behindLanes(auto x, auto y) {
+  static HWY_INLINE bool Behind(auto x, auto y) { return descend ? x < y : x > y; }
+  static HWY_INLINE auto BehindLanes(auto x, auto y) {
     if constexpr (descend) {
       return hn::Lt(x, y);
     } else {
@@ -137,33 +137,33 @@ class IndexSort {
     }
   }
   template <Mode mode>
-  static HWY_INLINE bool behind(Element x, Element y) {
+  static HWY_INLINE bool Behind(Element x, Element y) {
     if constexpr (mode == Mode::steps) {
-      return behind(x.key, y.key);
+      return Behind(x.key, y.key);
     } else {
-      const auto a = ordered(x.key), b = ordered(y.key);
-      return a == b ? x.index > y.index : behind(a, b);
+      const auto a = Ordered(x.key), b = Ordered(y.key);
+      return a == b ? x.index > y.index : Behind(a, b);
     }
   }
   // The element belongs behind the pivot or is equal to it.
   template <Mode mode>
-  static HWY_INLINE bool mayFollow(Element x, Element pivot) {
+  static HWY_INLINE bool MayFollow(Element x, Element pivot) {
     if constexpr (mode == Mode::steps) {
       return descend ? x.key <= pivot.key : x.key >= pivot.key;
     } else {
-      return !behind<mode>(pivot, x);
+      return !Behind<mode>(pivot, x);
     }
   }
 
   template <Mode mode>
-  HWY_INLINE void order(size_t i, size_t j) {
-    const Element a = at(i), b = at(j);
-    const bool exchanges = behind<mode>(a, b);
-    put(i, {exchanges ? b.key : a.key, exchanges ? b.index : a.index});
-    put(j, {exchanges ? a.key : b.key, exchanges ? a.index : b.index});
+  HWY_INLINE void Order(size_t i, size_t j) {
+    const Element a = At(i), b = At(j);
+    const bool exchanges = Behind<mode>(a, b);
+    Put(i, {exchanges ? b.key : a.key, exchanges ? b.index : a.index});
+    Put(j, {exchanges ? a.key : b.key, exchanges ? a.index : b.index});
   }
 
-  bool finished(const Range& range) {
+  bool Finished(const Range& range) {
     if (range.count <= 1) return true;
     if (range.count <= kRanked) {
       if (rankless_ > 0) {
@@ -175,56 +175,56 @@ class IndexSort {
     }
     if (range.mode == Mode::steps) {
       if (range.count > kSelected) return false;
-      select(range.first, range.count);
+      Select(range.first, range.count);
     } else {
       if (range.count > kSelected && range.depth > 0) return false;
-      heapsort(range.first, range.count);
+      Heapsort(range.first, range.count);
     }
     return true;
   }
 
-  size_t random(size_t count) {
+  size_t Random(size_t count) {
     random_ = random_ * 6364136223846793005 + 1442695040888963407;  // [Knuth: MMIX]
     return (random_ >> 32) * count >> 32;
   }
 
   template <Mode mode>
-  void split(const Range& range, Range& before, Range& after) {
+  void Split(const Range& range, Range& before, Range& after) {
     const size_t first = range.first, last = first + range.count - 1, middle = first + range.count / 2;
     if constexpr (mode == Mode::total) {
-      for (const size_t i : {first, middle, last}) swap(i, first + random(range.count));
+      for (const size_t i : {first, middle, last}) Swap(i, first + Random(range.count));
     }
-    order<mode>(first, last);
-    order<mode>(middle, last);
-    order<mode>(first, middle);
-    const Element pivot = at(middle);
-    const size_t border = partition<mode>(first + 1, last + 1, pivot);
+    Order<mode>(first, last);
+    Order<mode>(middle, last);
+    Order<mode>(first, middle);
+    const Element pivot = At(middle);
+    const size_t border = Partition<mode>(first + 1, last + 1, pivot);
     size_t end = border;  // those between end and border are in place; behind the border none equals the pivot
-    while (end > first && mayFollow<mode>(at(end - 1), pivot)) --end;
+    while (end > first && MayFollow<mode>(At(end - 1), pivot)) --end;
     before = {first, end - first, range.depth - 1, mode};
     after = {border, last + 1 - border, range.depth - 1, mode};
   }
 
   // Bits of the elements of the block at `first` that belong behind the pivot.
   template <Mode mode>
-  HWY_INLINE uint64_t behindPivot(size_t first, Element pivot) const {
+  HWY_INLINE uint64_t BehindPivot(size_t first, Element pivot) const {
     uint64_t bits = 0, same = 0;
     if constexpr (mode == Mode::steps) {
       const auto v = hn::Set(kD, pivot.key);
 #pragma GCC unroll 8
       for (size_t i = 0; i < kBlock; i += kLanes)
-        bits |= maskBits(kD, behindLanes(hn::LoadU(kD, keys_ + first + i), v)) << i;
+        bits |= MaskBits(kD, BehindLanes(hn::LoadU(kD, keys_ + first + i), v)) << i;
     } else {
-      const auto v = orderedLanes(hn::Set(kD, pivot.key));
+      const auto v = OrderedLanes(hn::Set(kD, pivot.key));
       constexpr hn::DFromV<decltype(v)> d;
       for (size_t i = 0; i < kBlock; i += kLanes) {
-        const auto keys = orderedLanes(hn::LoadU(kD, keys_ + first + i));
-        bits |= maskBits(d, behindLanes(keys, v)) << i;
-        same |= maskBits(d, hn::Eq(keys, v)) << i;
+        const auto keys = OrderedLanes(hn::LoadU(kD, keys_ + first + i));
+        bits |= MaskBits(d, BehindLanes(keys, v)) << i;
+        same |= MaskBits(d, hn::Eq(keys, v)) << i;
       }
     }
     for (; same != 0; same &= same - 1) {
-      const size_t i = lowestBit(same);
+      const size_t i = LowestBit(same);
       bits |= uint64_t{get(indices_ + first + i) > pivot.index} << i;
     }
     return bits;
@@ -232,9 +232,9 @@ class IndexSort {
 
   // Exchanges elements of `up`, counted from `base` upwards, with those of `down`, counted from `top` downwards, until
   // either has none left.
-  HWY_INLINE void exchange(size_t base, uint64_t& up, size_t top, uint64_t& down) {
-    for (size_t n = HWY_MIN(countBits(up), countBits(down)); n != 0; --n) {
-      swap(base + lowestBit(up), top - lowestBit(down));
+  HWY_INLINE void Exchange(size_t base, uint64_t& up, size_t top, uint64_t& down) {
+    for (size_t n = HWY_MIN(CountBits(up), CountBits(down)); n != 0; --n) {
+      Swap(base + LowestBit(up), top - LowestBit(down));
       up &= up - 1;
       down &= down - 1;
     }
@@ -243,55 +243,55 @@ class IndexSort {
   // Moves the elements of [left, right) that belong behind the pivot to its end: the first of them changes places with
   // the last of the others, and so on. Returns where they begin.
   template <Mode mode>
-  HWY_INLINE size_t partition(size_t left, size_t right, Element pivot) {
+  HWY_INLINE size_t Partition(size_t left, size_t right, Element pivot) {
     uint64_t up = 0, down = 0;  // those left to exchange in the blocks [left - 64, left) and [right, right + 64)
     while (right - left >= kBlock) {
       if (up == 0) {
-        up = behindPivot<mode>(left, pivot);
+        up = BehindPivot<mode>(left, pivot);
         left += kBlock;
       } else {
         right -= kBlock;
-        down = reverseBits(~behindPivot<mode>(right, pivot));
+        down = ReverseBits(~BehindPivot<mode>(right, pivot));
       }
-      exchange(left - kBlock, up, right + kBlock - 1, down);
+      Exchange(left - kBlock, up, right + kBlock - 1, down);
     }
     // What is between the blocks serves as partner of the block that has elements left.
     const size_t between = right - left, window = HWY_MIN(left, len_ - kBlock);
-    const uint64_t all = lowBits(between);
-    const uint64_t rest = between == 0 ? 0 : behindPivot<mode>(window, pivot) >> (left - window) & all;
+    const uint64_t all = LowBits(between);
+    const uint64_t rest = between == 0 ? 0 : BehindPivot<mode>(window, pivot) >> (left - window) & all;
     if (up != 0) {
-      down = reverseBits(~rest & all);
-      exchange(left - kBlock, up, left + kBlock - 1, down);
-      if (up != 0) return partitionBlock(left - kBlock, kBlock, up);
-      return partitionBlock(left, between, ~reverseBits(down) & all);
+      down = ReverseBits(~rest & all);
+      Exchange(left - kBlock, up, left + kBlock - 1, down);
+      if (up != 0) return PartitionBlock(left - kBlock, kBlock, up);
+      return PartitionBlock(left, between, ~ReverseBits(down) & all);
     }
     up = rest;
     if (down != 0) {
-      exchange(left, up, right + kBlock - 1, down);
-      if (down != 0) return partitionBlock(right, kBlock, ~reverseBits(down));
+      Exchange(left, up, right + kBlock - 1, down);
+      if (down != 0) return PartitionBlock(right, kBlock, ~ReverseBits(down));
     }
-    return partitionBlock(left, between, up);
+    return PartitionBlock(left, between, up);
   }
 
   // The same for a block whose comparisons are known.
-  HWY_INLINE size_t partitionBlock(size_t first, size_t count, uint64_t bits) {
-    const size_t others = count - countBits(bits);
-    uint64_t up = bits & lowBits(others), down = reverseBits(~bits & lowBits(count) & ~lowBits(others));
-    exchange(first, up, first + kBlock - 1, down);
+  HWY_INLINE size_t PartitionBlock(size_t first, size_t count, uint64_t bits) {
+    const size_t others = count - CountBits(bits);
+    uint64_t up = bits & LowBits(others), down = ReverseBits(~bits & LowBits(count) & ~LowBits(others));
+    Exchange(first, up, first + kBlock - 1, down);
     return first + others;
   }
 
-  void select(size_t first, size_t count) {
+  void Select(size_t first, size_t count) {
     for (size_t last = first + count - 1; last > first; --last) {
       size_t most = first;
       T key = get(keys_ + first);
       for (size_t i = first + 1; i <= last; ++i) {
         const T other = get(keys_ + i);
-        const bool more = behind(other, key);
+        const bool more = Behind(other, key);
         most = more ? i : most;
         key = more ? other : key;
       }
-      swap(most, last);
+      Swap(most, last);
     }
   }
 
@@ -319,7 +319,7 @@ class IndexSort {
       const auto key = hn::Set(kD, get(keys_ + i));
 #pragma GCC unroll 16
       for (size_t v = 0; v < vectors; ++v) {
-        const auto more = hn::RebindMask(di, behindLanes(keys[v], key));
+        const auto more = hn::RebindMask(di, BehindLanes(keys[v], key));
         ranks[v] = hn::IfThenElse(more, hn::Add(ranks[v], hn::Set(di, 1)), ranks[v]);
       }
     }
@@ -336,26 +336,26 @@ class IndexSort {
     size_t sum = 0;
     for (size_t i = before; i < before + count; ++i) sum += static_cast<size_t>(rank[i]);
     if (sum != count * (count - 1) / 2) return false;
-    for (size_t i = before; i < before + count; ++i) put(first + static_cast<size_t>(rank[i]), {key[i], index[i]});
+    for (size_t i = before; i < before + count; ++i) Put(first + static_cast<size_t>(rank[i]), {key[i], index[i]});
     return true;
   }
 
-  HWY_NOINLINE void heapsort(size_t first, size_t count) {
-    for (size_t root = count / 2; root-- > 0;) sift(first, root, count);
+  HWY_NOINLINE void Heapsort(size_t first, size_t count) {
+    for (size_t root = count / 2; root-- > 0;) Sift(first, root, count);
     for (size_t end = count; --end > 0;) {
-      swap(first, first + end);
-      sift(first, 0, end);
+      Swap(first, first + end);
+      Sift(first, 0, end);
     }
   }
-  void sift(size_t first, size_t root, size_t end) {
-    const Element moved = at(first + root);
+  void Sift(size_t first, size_t root, size_t end) {
+    const Element moved = At(first + root);
     for (size_t child = 2 * root + 1; child < end; child = 2 * root + 1) {
-      if (child + 1 < end && behind<Mode::total>(at(first + child + 1), at(first + child))) ++child;
-      if (!behind<Mode::total>(at(first + child), moved)) break;
-      put(first + root, at(first + child));
+      if (child + 1 < end && Behind<Mode::total>(At(first + child + 1), At(first + child))) ++child;
+      if (!Behind<Mode::total>(At(first + child), moved)) break;
+      Put(first + root, At(first + child));
       root = child;
     }
-    put(first + root, moved);
+    Put(first + root, moved);
   }
 
   T* keys_;
@@ -368,14 +368,14 @@ class IndexSort {
 template <bool descend, class T>
 OrpStatus sortIndex(T* pSrcDst, Orp32s* pDstIndx, int len) {
   ORPS_CHECK_VECTOR(len, pSrcDst, pDstIndx);
-  const size_t count = Size(len);
+  const size_t count = toSize(len);
   constexpr hn::ScalableTag<int32_t> d;
   if (count < kBlock) {  // a few elements are sorted where whole blocks can be read
     T keys[kBlock] = {};
     int32_t indices[kBlock];
     for (size_t i = 0; i < kBlock; i += hn::Lanes(d)) hn::StoreU(hn::Iota(d, static_cast<int32_t>(i)), d, indices + i);
     __builtin_memcpy(keys, pSrcDst, count * sizeof(T));
-    IndexSort<T, descend>(keys, indices, kBlock).run(count);
+    IndexSort<T, descend>(keys, indices, kBlock).Run(count);
     __builtin_memcpy(pSrcDst, keys, count * sizeof(T));
     __builtin_memcpy(pDstIndx, indices, count * sizeof(int32_t));
     return StsOk;
@@ -387,7 +387,7 @@ OrpStatus sortIndex(T* pSrcDst, Orp32s* pDstIndx, int len) {
     next = hn::Add(next, hn::Set(d, static_cast<int32_t>(hn::Lanes(d))));
   }
   for (; i < count; ++i) put(pDstIndx + i, static_cast<int32_t>(i));
-  IndexSort<T, descend>(pSrcDst, pDstIndx, count).run(count);
+  IndexSort<T, descend>(pSrcDst, pDstIndx, count).Run(count);
   return StsOk;
 }
 

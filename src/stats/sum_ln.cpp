@@ -33,7 +33,7 @@ struct Unusual {
   unsigned seen;
 };
 
-HWY_NOINLINE Unusual unusualOf(Doubles x) {
+HWY_NOINLINE Unusual UnusualOf(Doubles x) {
   const auto zero = hn::Zero(kTag);
   const auto isSubnormal = hn::And(hn::Gt(x, zero), hn::Lt(x, hn::Set(kTag, kLeastNormal)));
   const auto noted = [](auto mask, unsigned what) HWY_ATTR { return hn::AllFalse(kTag, mask) ? 0 : what; };
@@ -67,7 +67,7 @@ struct Logarithms {
   HWY_INLINE void Add(size_t k, auto v) {
     auto x = Lift(kTag, v);
     if constexpr (isCareful) {
-      const Unusual unusual = unusualOf(x);
+      const Unusual unusual = UnusualOf(x);
       x = unusual.scaled;
       exponents[k] = hn::Sub(exponents[k], unusual.exponents);
       seen |= unusual.seen;
@@ -122,10 +122,10 @@ struct LogarithmOfAll {
 };
 
 template <bool isCareful, class T>
-HWY_NOINLINE LogarithmOfAll logarithmOf(const T* p, size_t len) {
+HWY_NOINLINE LogarithmOfAll LogarithmOf(const T* p, size_t len) {
   const auto all = Accumulated<Logarithms<isCareful>>(len, Padded<T>{{p}, T{1}});
   if constexpr (!isCareful) {
-    if (HWY_UNLIKELY(all.HasOthers())) return logarithmOf<true>(p, len);
+    if (HWY_UNLIKELY(all.HasOthers())) return LogarithmOf<true>(p, len);
   }
   const unsigned seen = all.seen;
   if (seen & (kNegative | kNan)) return {std::numeric_limits<double>::quiet_NaN(), seen};
@@ -136,7 +136,7 @@ HWY_NOINLINE LogarithmOfAll logarithmOf(const T* p, size_t len) {
 template <class T, class R>
 OrpStatus sumLn(const T* pSrc, int len, R* pSum) {
   ORPS_CHECK_VECTOR(len, pSrc, pSum);
-  const LogarithmOfAll result = logarithmOf<false>(pSrc, Size(len));
+  const LogarithmOfAll result = LogarithmOf<false>(pSrc, toSize(len));
   put(pSum, static_cast<R>(result.value));
   return result.seen & kNegative ? StsDomain : result.seen & kZero ? StsSingularity : StsOk;
 }

@@ -80,7 +80,7 @@ struct WorkRows {
   HWY_INLINE WorkRows From(size_t row, size_t v) const { return {p + At(row, v)}; }
 };
 template <class T>
-HWY_INLINE WorkRows<T> workRows(T* work) {
+HWY_INLINE WorkRows<T> WorkRowsAt(T* work) {
   return {work};
 }
 
@@ -100,11 +100,11 @@ struct PlacedRows {
 
 // The caller's memory as one long row of vectors between passes.
 template <class T, bool isSwapped>
-HWY_INLINE Grid<T> gridOf(Pairs<T, isSwapped> pairs) {
+HWY_INLINE Grid<T> GridOf(Pairs<T, isSwapped> pairs) {
   return {pairs.p, pairs.p + kLanes<T>, 0, 2 * kLanes<T>};
 }
 template <class T>
-HWY_INLINE Grid<T> gridOf(Planes<T> planes) {
+HWY_INLINE Grid<T> GridOf(Planes<T> planes) {
   return {planes.re, planes.im, 0, kLanes<T>};
 }
 
@@ -124,7 +124,7 @@ struct TwiddledRows {
   Rows rows;
   const T *fine, *coarse;
   HWY_INLINE Points<Vector<T>> Load(size_t row) const {
-    const auto w = Times(workRows(const_cast<T*>(fine)).Load(row), hn::Set(Lanes<T>{}, coarse[2 * row]),
+    const auto w = Times(WorkRowsAt(const_cast<T*>(fine)).Load(row), hn::Set(Lanes<T>{}, coarse[2 * row]),
                          hn::Set(Lanes<T>{}, coarse[2 * row + 1]));
     return Times(rows.Load(row), w);
   }
@@ -195,7 +195,7 @@ HWY_NOINLINE void Pass(const From from, const To to, size_t distance, size_t beg
 template <size_t radix, class T, class To>
 HWY_NOINLINE void LastPass(const T* work, const To to, size_t begin, size_t end, size_t blocks,
                            const int32_t* HWY_RESTRICT reversed) {
-  const auto from = workRows(const_cast<T*>(work));
+  const auto from = WorkRowsAt(const_cast<T*>(work));
   for (size_t block = begin; block < end; ++block) {
     for (size_t v = 0; v < kRowVectors<T>; ++v) {
       const auto source = from.From((block - begin) * radix, v);
@@ -209,10 +209,10 @@ HWY_NOINLINE void LastPass(const T* work, const To to, size_t begin, size_t end,
 
 // Calls f with the radix as a constant: one of those from 2^least on.
 template <int least, class F>
-HWY_INLINE void withRadix(int order, F&& f) {
+HWY_INLINE void WithRadix(int order, F&& f) {
   if constexpr (least < kLargestRadix) {
     if (order == least) return f(std::integral_constant<size_t, (size_t{1} << least)>{});
-    withRadix<least + 1>(order, f);
+    WithRadix<least + 1>(order, f);
   } else {
     f(std::integral_constant<size_t, (size_t{1} << kLargestRadix)>{});
   }
@@ -229,9 +229,9 @@ HWY_NOINLINE void MiddlePasses(int order, const T* twiddles, T* block) {
   for (int pass = 1; pass + 1 < radices.count; ++pass) {
     const size_t rows = size_t{1} << blockOrder;
     blockOrder -= radices.Of(pass);
-    withRadix<kLeastRadix>(radices.Of(pass), [&](auto radix) ORPSP_INLINED {
+    WithRadix<kLeastRadix>(radices.Of(pass), [&](auto radix) ORPSP_INLINED {
       const size_t m = size_t{1} << blockOrder, blocks = (size_t{1} << firstOrder) / rows;
-      Pass<radix, Twiddles::kAfter>(workRows(block), workRows(block), m, 0, m, twiddles, blocks);
+      Pass<radix, Twiddles::kAfter>(WorkRowsAt(block), WorkRowsAt(block), m, 0, m, twiddles, blocks);
     });
     twiddles += 2 * rows - (size_t{2} << blockOrder);
   }
@@ -242,8 +242,8 @@ template <class T, class From>
 HWY_INLINE void AllButLastPass(int order, const T* twiddles, const From& from, T* work) {
   const Radices radices(order);
   const size_t block = size_t{1} << (order - radices.Of(0));
-  withRadix<kLeastRadix>(radices.Of(0), [&](auto radix) ORPSP_INLINED {
-    Pass<radix, Twiddles::kAfter>(from, workRows(work), block, 0, block, twiddles);
+  WithRadix<kLeastRadix>(radices.Of(0), [&](auto radix) ORPSP_INLINED {
+    Pass<radix, Twiddles::kAfter>(from, WorkRowsAt(work), block, 0, block, twiddles);
   });
   for (size_t row = 0; radices.count > 2 && row < size_t{1} << order; row += block)
     MiddlePasses(order, twiddles, work + row * 2 * kRow<T>);
@@ -252,7 +252,7 @@ HWY_INLINE void AllButLastPass(int order, const T* twiddles, const From& from, T
 // The last pass of rows begin to end, which stand at `work`, into the rows of `to`, in order.
 template <class T, class To>
 HWY_INLINE void LastPassTo(int order, const int32_t* reversed, const T* work, const To& to, size_t begin, size_t end) {
-  withRadix<kLeastLastRadix>(Radices(order).Last(), [&](auto radix) ORPSP_INLINED {
+  WithRadix<kLeastLastRadix>(Radices(order).Last(), [&](auto radix) ORPSP_INLINED {
     LastPass<radix>(work, to, begin / radix, end / radix, (size_t{1} << order) / radix, reversed);
   });
 }
@@ -264,16 +264,16 @@ HWY_INLINE void LastPassTo(int order, const int32_t* reversed, const T* work, co
 // The last pass within `work`: row k of the result stands at FillPlaces' place[k].
 template <class T>
 HWY_INLINE void LastPassInWork(int order, T* work) {
-  withRadix<kLeastLastRadix>(Radices(order).Last(), [&](auto radix) ORPSP_INLINED {
+  WithRadix<kLeastLastRadix>(Radices(order).Last(), [&](auto radix) ORPSP_INLINED {
     const T* const noTwiddles = nullptr;
-    Pass<radix, Twiddles::kNone>(workRows(work), workRows(work), 1, 0, 1, noTwiddles, (size_t{1} << order) / radix);
+    Pass<radix, Twiddles::kNone>(WorkRowsAt(work), WorkRowsAt(work), 1, 0, 1, noTwiddles, (size_t{1} << order) / radix);
   });
 }
 
 // ---- Tables
 
 template <class T>
-HWY_INLINE T* append(T* to, Root<T> w) {
+HWY_INLINE T* Append(T* to, Root<T> w) {
   to[0] = w.re;
   to[1] = w.im;
   return to + 2;
@@ -281,9 +281,9 @@ HWY_INLINE T* append(T* to, Root<T> w) {
 
 // Those of the pass that joins 2^radixOrder blocks into one of 2^order rows, or parts it.
 template <class T>
-T* appendPass(T* to, int order, int radixOrder, const QuarterSine<T>& sine) {
+T* AppendPass(T* to, int order, int radixOrder, const QuarterSine<T>& sine) {
   for (size_t p = 0; p < size_t{1} << (order - radixOrder); ++p)
-    for (size_t n = 1; n < size_t{1} << radixOrder; ++n) to = append(to, root(sine, p * n, order));
+    for (size_t n = 1; n < size_t{1} << radixOrder; ++n) to = Append(to, root(sine, p * n, order));
   return to;
 }
 
@@ -293,14 +293,14 @@ void FillColumnTwiddles(int order, const QuarterSine<T>& sine, T* twiddles) {
   const Radices radices(order);
   int blockOrder = order;
   for (int pass = 0; pass + 1 < radices.count; ++pass) {
-    twiddles = appendPass(twiddles, blockOrder, radices.Of(pass), sine);
+    twiddles = AppendPass(twiddles, blockOrder, radices.Of(pass), sine);
     blockOrder -= radices.Of(pass);
   }
 }
 
 // The block of the last pass has the number of the first pass's result in its highest digit; in the row that digit is
 // the lowest.
-HWY_INLINE size_t reversedBlock(int order, size_t block) {
+HWY_INLINE size_t ReversedBlock(int order, size_t block) {
   const Radices radices(order);
   int from = order - radices.Last(), to = 0;
   size_t row = 0;
@@ -312,22 +312,22 @@ HWY_INLINE size_t reversedBlock(int order, size_t block) {
   }
   return row;
 }
-HWY_INLINE size_t blocksOfLastPass(int order) {
+HWY_INLINE size_t BlocksOfLastPass(int order) {
   const Radices radices(order);
   return size_t{1} << (order - radices.Last());
 }
 
 HWY_INLINE void FillReversed(int order, int32_t* reversed) {
-  for (size_t block = 0; block < blocksOfLastPass(order); ++block)
-    reversed[block] = static_cast<int32_t>(reversedBlock(order, block));
+  for (size_t block = 0; block < BlocksOfLastPass(order); ++block)
+    reversed[block] = static_cast<int32_t>(ReversedBlock(order, block));
 }
 
 // Where LastPassInWork leaves each row.
 HWY_INLINE void FillPlaces(int order, int32_t* place) {
-  const size_t blocks = blocksOfLastPass(order), radix = (size_t{1} << order) / blocks;
+  const size_t blocks = BlocksOfLastPass(order), radix = (size_t{1} << order) / blocks;
   for (size_t block = 0; block < blocks; ++block)
     for (size_t k = 0; k < radix; ++k)
-      place[reversedBlock(order, block) + k * blocks] = static_cast<int32_t>(block * radix + k);
+      place[ReversedBlock(order, block) + k * blocks] = static_cast<int32_t>(block * radix + k);
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ constexpr int columnsOrder(int order) {
 }
 // Calls f with R as a constant.
 template <class T, class F>
-HWY_INLINE void withFirstCount(int order, const F& f) {
+HWY_INLINE void WithFirstCount(int order, const F& f) {
   if constexpr (kMayHalve<T>) {
     if (size_t{1} << firstOrder<T>(order) > kRow<T>) return f(std::integral_constant<size_t, 2 * kRow<T>>{});
   }
@@ -69,7 +69,7 @@ void FillBetween(int order, const QuarterSine<T>& sine, const BetweenTwiddles<T>
         to[kUsed + lane] = w.im;
       }
   for (size_t column = 0; to != between.columns; column += kUsed)
-    for (size_t k = 1; k < rows; ++k) to = append(to, root(sine, k * column, order));
+    for (size_t k = 1; k < rows; ++k) to = Append(to, root(sine, k * column, order));
 }
 
 // The places of rows: in order, or one row on after each block of 2^blockOrder.
@@ -162,7 +162,7 @@ HWY_INLINE void DirectFrom(const ComplexCall<T>& call, const Form& form, const T
   const int blockOrder = radices.count > 1 ? order - radices.Of(0) : order;
   const size_t block = size_t{1} << blockOrder, distance = block + (call.order < kFirstProductOrder ? 0 : 1);
   const size_t blocks = columns >> blockOrder, half = blocks * distance;
-  const HalvedRows<T> rows{workRows(work), half};
+  const HalvedRows<T> rows{WorkRowsAt(work), half};
 
   const int threads = call.order < kFirstSharedOrder ? 1 : grantedThreads();
 
@@ -176,10 +176,10 @@ HWY_INLINE void DirectFrom(const ComplexCall<T>& call, const Form& form, const T
     }
   });
   if (radices.count > 1) {
-    withRadix<kLeastRadix>(radices.Of(0), [&](auto radix) ORPSP_INLINED {
+    WithRadix<kLeastRadix>(radices.Of(0), [&](auto radix) ORPSP_INLINED {
       Share(threads, [&](int thread, int team) ORPSP_INLINED {
         const size_t begin = partBegin(block, thread, team), end = partBegin(block, thread + 1, team);
-        Pass<radix, Twiddles::kAfter, T>(workRows(work), workRows(work), distance, begin, end, between.columns,
+        Pass<radix, Twiddles::kAfter, T>(WorkRowsAt(work), WorkRowsAt(work), distance, begin, end, between.columns,
                                          kHalves);
       });
     });
@@ -188,7 +188,7 @@ HWY_INLINE void DirectFrom(const ComplexCall<T>& call, const Form& form, const T
   Share(threads, [&](int thread, int team) ORPSP_INLINED {
     for (size_t i = partBegin(blocks * kHalves, thread, team); i < partBegin(blocks * kHalves, thread + 1, team); ++i) {
       const size_t at = i / kHalves, which = i % kHalves;
-      T* const begin = workRows(work).From(which * half + at * distance, 0).p;
+      T* const begin = WorkRowsAt(work).From(which * half + at * distance, 0).p;
       if (radices.count > 2) MiddlePasses(order, between.columns, begin);
       LastPassTo(order, call.reversed, begin, to(which * kRow<T>, kCount), at * block, (at + 1) * block);
     }
@@ -197,7 +197,7 @@ HWY_INLINE void DirectFrom(const ComplexCall<T>& call, const Form& form, const T
 
 template <class T, class Form, class To>
 HWY_INLINE void Direct(const ComplexCall<T>& call, const Form& form, const To& to) {
-  withFirstCount<T>(call.order, [&](auto count) ORPSP_INLINED { DirectFrom<count>(call, form, to); });
+  WithFirstCount<T>(call.order, [&](auto count) ORPSP_INLINED { DirectFrom<count>(call, form, to); });
 }
 
 }  // namespace

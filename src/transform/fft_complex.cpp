@@ -45,7 +45,7 @@ using PlaneForm = Form<Planes<const T>, Planes<T>>;
 
 // The inverse transform is the forward one with real and imaginary parts exchanged.
 template <class T>
-HWY_INLINE PlaneForm<T> planeForm(bool isInverse, const T* srcRe, const T* srcIm, T* dstRe, T* dstIm) {
+HWY_INLINE PlaneForm<T> PlaneFormOf(bool isInverse, const T* srcRe, const T* srcIm, T* dstRe, T* dstIm) {
   if (isInverse) return {{srcIm, srcRe}, {dstIm, dstRe}};
   return {{srcRe, srcIm}, {dstRe, dstIm}};
 }
@@ -94,7 +94,7 @@ HWY_INLINE void Transform(const ComplexCall<T>& call, const Form<Source, Destina
   const LargeTables<T> tables(shape, const_cast<T*>(call.twiddles));
   const LargeTeam team(2 * kRow<T> * sizeof(T) << shape.LongestColumns(), call.work, complexWorkBytes<T>(call.order));
   FirstSweep(form, shape, tables, team);
-  if (shape.hasMiddleSweep) MiddleSweep(shape, tables.middle, team, gridOf(form.dst));
+  if (shape.hasMiddleSweep) MiddleSweep(shape, tables.middle, team, GridOf(form.dst));
   LastSweep(form, shape, tables.last, team, to);
 }
 
@@ -120,7 +120,7 @@ void TransformComplex(const ComplexCall<T>& call) {
     call.isInverse ? AnyOrder(call, PairForm<T, true>{{call.srcRe}, {call.dstRe}})
                    : AnyOrder(call, PairForm<T, false>{{call.srcRe}, {call.dstRe}});
   } else {
-    AnyOrder(call, planeForm(call.isInverse, call.srcRe, call.srcIm, call.dstRe, call.dstIm));
+    AnyOrder(call, PlaneFormOf(call.isInverse, call.srcRe, call.srcIm, call.dstRe, call.dstIm));
   }
 }
 
@@ -151,7 +151,7 @@ template <bool isInverse, class T, class Form>
 HWY_NOINLINE OrpStatus RunNotSmall(const Form& form, const FftSpec<T>& spec, Orp8u* pBuffer) {
   Workspace work;
   ORPS_RETURN_IF(!work.Provide(pBuffer, spec.workBytes), StsNoMemory);
-  NotSmall(callOf(spec, spec.order, isInverse, work.Memory()), form);
+  NotSmall(CallOf(spec, spec.order, isInverse, work.Memory()), form);
   return StsOk;
 }
 
@@ -177,7 +177,7 @@ OrpStatus pairsInPlace(E* pSrcDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
 template <bool isInverse, class T, class Handle>
 OrpStatus planes(const T* pSrcRe, const T* pSrcIm, T* pDstRe, T* pDstIm, const Handle* pFFTSpec, Orp8u* pBuffer) {
   ORPS_CHECK_COMPLEX_FFT(pFFTSpec, pSrcRe, pSrcIm, pDstRe, pDstIm);
-  const auto form = planeForm(isInverse, pSrcRe, pSrcIm, pDstRe, pDstIm);
+  const auto form = PlaneFormOf(isInverse, pSrcRe, pSrcIm, pDstRe, pDstIm);
   return Run<isInverse>(form, *fftRecord(pFFTSpec), pBuffer);
 }
 

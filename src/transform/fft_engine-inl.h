@@ -33,7 +33,7 @@ struct ComplexCall {
 
 // The transform that a record describes. (The order is less by one for real transforms.)
 template <class T>
-HWY_INLINE ComplexCall<T> callOf(const FftSpec<T>& spec, int order, bool isInverse, void* work, int step = 0,
+HWY_INLINE ComplexCall<T> CallOf(const FftSpec<T>& spec, int order, bool isInverse, void* work, int step = 0,
                                  const T* srcRe = nullptr, const T* srcIm = nullptr, T* dstRe = nullptr,
                                  T* dstIm = nullptr) {
   return {.order = order,

@@ -22,30 +22,30 @@ namespace {
 
 // ---- Conversion
 
-HWY_INLINE void convert(const Orp16s* src, float* dst, size_t len) {
+HWY_INLINE void Convert(const Orp16s* src, float* dst, size_t len) {
   orpsConvert_16s32f(src, dst, static_cast<int>(len));
 }
-HWY_INLINE void convert(const Orp32s* src, float* dst, size_t len) {
+HWY_INLINE void Convert(const Orp32s* src, float* dst, size_t len) {
   orpsConvert_32s32f(src, dst, static_cast<int>(len));
 }
-HWY_INLINE void convert(const Orp32s* src, double* dst, size_t len) {
+HWY_INLINE void Convert(const Orp32s* src, double* dst, size_t len) {
   orpsConvert_32s64f(src, dst, static_cast<int>(len));
 }
 
-HWY_INLINE void convert(const float* src, Orp16s* dst, size_t len, int scaleFactor) {
+HWY_INLINE void Convert(const float* src, Orp16s* dst, size_t len, int scaleFactor) {
   orpsConvert_32f16s_Sfs(src, dst, static_cast<int>(len), OrpRoundNear, scaleFactor);
 }
-HWY_INLINE void convert(const float* src, Orp32s* dst, size_t len, int scaleFactor) {
+HWY_INLINE void Convert(const float* src, Orp32s* dst, size_t len, int scaleFactor) {
   orpsConvert_32f32s_Sfs(src, dst, static_cast<int>(len), OrpRoundNear, scaleFactor);
 }
-HWY_INLINE void convert(const double* src, Orp32s* dst, size_t len, int scaleFactor) {
+HWY_INLINE void Convert(const double* src, Orp32s* dst, size_t len, int scaleFactor) {
   orpsConvert_64f32s_Sfs(src, dst, static_cast<int>(len), OrpRoundNear, scaleFactor);
 }
 
 // Calls use(numbers, work) with room for `count` numbers of T and the working memory of a complex transform. Of few
 // points the numbers are on the stack; their transforms need no working memory.
 template <class T, class Use>
-HWY_INLINE OrpStatus withRoom(int order, size_t count, int complexOrder, Orp8u* buffer, const Use& use) {
+HWY_INLINE OrpStatus WithRoom(int order, size_t count, int complexOrder, Orp8u* buffer, const Use& use) {
   constexpr int kFewOrder = 3;
   if (order <= kFewOrder) {
     T few[size_t{2} << kFewOrder];
@@ -63,8 +63,8 @@ HWY_INLINE OrpStatus withRoom(int order, size_t count, int complexOrder, Orp8u* 
 // ---- Complex
 
 template <class T>
-HWY_INLINE void transformInPlace(const FftSpec<T>& spec, bool isInverse, int step, T* re, T* im, void* work) {
-  TransformComplex(callOf<T>(spec, spec.order, isInverse, work, step, re, im, re, im));
+HWY_INLINE void TransformInPlace(const FftSpec<T>& spec, bool isInverse, int step, T* re, T* im, void* work) {
+  TransformComplex(CallOf<T>(spec, spec.order, isInverse, work, step, re, im, re, im));
 }
 
 template <bool isInverse, class E, class Handle>
@@ -73,10 +73,10 @@ OrpStatus complexSfs(const E* pSrc, E* pDst, const Handle* pFFTSpec, int scaleFa
   ORPS_CHECK_COMPLEX_FFT(pFFTSpec, pSrc, pDst);
   const FftSpec<T>& spec = *fftRecord(pFFTSpec);
   const size_t count = size_t{2} << spec.order;
-  return withRoom<T>(spec.order, count, spec.order, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
-    convert(lanes(pSrc), numbers, count);
-    transformInPlace(spec, isInverse, 2, numbers, numbers + 1, work);
-    convert(numbers, lanes(pDst), count, scaleFactor);
+  return WithRoom<T>(spec.order, count, spec.order, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
+    Convert(lanes(pSrc), numbers, count);
+    TransformInPlace(spec, isInverse, 2, numbers, numbers + 1, work);
+    Convert(numbers, lanes(pDst), count, scaleFactor);
   });
 }
 template <bool isInverse, class E, class Handle>
@@ -91,12 +91,12 @@ OrpStatus planarSfs(const E* pSrcRe, const E* pSrcIm, E* pDstRe, E* pDstIm, cons
   ORPS_CHECK_COMPLEX_FFT(pFFTSpec, pSrcRe, pSrcIm, pDstRe, pDstIm);
   const FftSpec<T>& spec = *fftRecord(pFFTSpec);
   const size_t len = size_t{1} << spec.order;
-  return withRoom<T>(spec.order, 2 * len, spec.order, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
-    convert(pSrcRe, numbers, len);
-    convert(pSrcIm, numbers + len, len);
-    transformInPlace(spec, isInverse, 1, numbers, numbers + len, work);
-    convert(numbers, pDstRe, len, scaleFactor);
-    convert(numbers + len, pDstIm, len, scaleFactor);
+  return WithRoom<T>(spec.order, 2 * len, spec.order, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
+    Convert(pSrcRe, numbers, len);
+    Convert(pSrcIm, numbers + len, len);
+    TransformInPlace(spec, isInverse, 1, numbers, numbers + len, work);
+    Convert(numbers, pDstRe, len, scaleFactor);
+    Convert(numbers + len, pDstIm, len, scaleFactor);
   });
 }
 template <bool isInverse, class E, class Handle>
@@ -107,33 +107,33 @@ OrpStatus planarInPlaceSfs(E* pSrcDstRe, E* pSrcDstIm, const Handle* pFFTSpec, i
 // ---- Real
 
 template <SpectrumLayout layout, bool isInverse, class From, class To, class Handle>
-OrpStatus realSfs(const From* pSrc, To* pDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
+OrpStatus RealSfs(const From* pSrc, To* pDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
   using T = typename FftKind<Handle>::Real;
   ORPS_CHECK_FFT(pFFTSpec, pSrc, pDst);
   const FftSpec<T>& spec = *fftRecord(pFFTSpec);
   const size_t len = size_t{1} << spec.order;
   const size_t inSpectrum = layout == SpectrumLayout::kCcs ? 2 * (len / 2 + 1) : len;
-  return withRoom<T>(spec.order, inSpectrum, spec.order - 1, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
-    convert(pSrc, numbers, isInverse ? inSpectrum : len);
+  return WithRoom<T>(spec.order, inSpectrum, spec.order - 1, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
+    Convert(pSrc, numbers, isInverse ? inSpectrum : len);
     (isInverse ? SpectrumToReal<layout, T> : RealToSpectrum<layout, T>)(spec, numbers, numbers, work);
-    convert(numbers, pDst, isInverse ? len : inSpectrum, scaleFactor);
+    Convert(numbers, pDst, isInverse ? len : inSpectrum, scaleFactor);
   });
 }
 template <SpectrumLayout layout, class From, class To, class Handle>
 OrpStatus forwardSfs(const From* pSrc, To* pDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
-  return realSfs<layout, false>(pSrc, pDst, pFFTSpec, scaleFactor, pBuffer);
+  return RealSfs<layout, false>(pSrc, pDst, pFFTSpec, scaleFactor, pBuffer);
 }
 template <SpectrumLayout layout, class E, class Handle>
 OrpStatus forwardInPlaceSfs(E* pSrcDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
-  return realSfs<layout, false, E>(pSrcDst, pSrcDst, pFFTSpec, scaleFactor, pBuffer);
+  return RealSfs<layout, false, E>(pSrcDst, pSrcDst, pFFTSpec, scaleFactor, pBuffer);
 }
 template <SpectrumLayout layout, class From, class To, class Handle>
 OrpStatus inverseSfs(const From* pSrc, To* pDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
-  return realSfs<layout, true>(pSrc, pDst, pFFTSpec, scaleFactor, pBuffer);
+  return RealSfs<layout, true>(pSrc, pDst, pFFTSpec, scaleFactor, pBuffer);
 }
 template <SpectrumLayout layout, class E, class Handle>
 OrpStatus inverseInPlaceSfs(E* pSrcDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
-  return realSfs<layout, true, E>(pSrcDst, pSrcDst, pFFTSpec, scaleFactor, pBuffer);
+  return RealSfs<layout, true, E>(pSrcDst, pSrcDst, pFFTSpec, scaleFactor, pBuffer);
 }
 
 }  // namespace

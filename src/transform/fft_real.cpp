@@ -91,7 +91,7 @@ HWY_INLINE hn::Vec<D> Conjugated(D d, hn::Vec<D> v) {
 
 // Conjugates of factor * a - b, given (factor, -factor): the instruction subtracts in one lane and adds in the next.
 template <class D, class V = hn::Vec<D>>
-HWY_INLINE V MulSubConjugated(D d, V a, V signedFactor, V b) {
+HWY_INLINE V MulSubConjugated([[maybe_unused]] D d, V a, V signedFactor, V b) {
 #if HWY_TARGET == HWY_SSSE3
   return hn::MulSub(a, signedFactor, Conjugated(d, b));
 #else
@@ -116,7 +116,7 @@ constexpr bool kIsPack = layout == SpectrumLayout::kPack;
 
 // Where Re X[N / 2] stands.
 template <SpectrumLayout layout>
-HWY_INLINE size_t placeOfLast(size_t count) {
+HWY_INLINE size_t PlaceOfLast(size_t count) {
   return layout == SpectrumLayout::kPerm ? 1 : kIsPack<layout> ? count - 1 : count;
 }
 
@@ -206,7 +206,7 @@ struct SplitStep {
       } else {
         up = hn::Or(hn::IfThenZeroElse(hn::FirstN(d, 2), hn::LoadU(d, from)), lower);
       }
-      down = hn::IfThenElseZero(hn::FirstN(d, 1), hn::Set(d, get(from + placeOfLast<layout>(2 * pairs))));
+      down = hn::IfThenElseZero(hn::FirstN(d, 1), hn::Set(d, get(from + PlaceOfLast<layout>(2 * pairs))));
     } else {
       up = down = hn::LoadU(d, from);
     }
@@ -223,7 +223,7 @@ struct SplitStep {
         put(to + 1, T{0});
         put(to + 2 * pairs + 1, T{0});
       }
-      put(to + placeOfLast<layout>(2 * pairs), hn::GetLane(pending));
+      put(to + PlaceOfLast<layout>(2 * pairs), hn::GetLane(pending));
     }
   }
 
@@ -265,7 +265,7 @@ HWY_INLINE void AnySplit(int order, const T* table, const T* from, T* to) {
 
 template <bool isInverse, class T>
 HWY_INLINE void TransformPairs(const FftSpec<T>& spec, const T* src, T* dst, void* work) {
-  TransformComplex(callOf(spec, spec.order - 1, isInverse, work, 2, src, src + 1, dst, dst + 1));
+  TransformComplex(CallOf(spec, spec.order - 1, isInverse, work, 2, src, src + 1, dst, dst + 1));
 }
 
 // ---- Up to 16 points in registers, number by number
@@ -374,7 +374,7 @@ HWY_INLINE void FewToSpectrum(T factor, const T* src, T* dst) {
         },
         [=](V first, V last) ORPSP_INLINED {
           putScaled(0, first);
-          putScaled(placeOfLast<layout>(count), last);
+          putScaled(PlaceOfLast<layout>(count), last);
         });
   }
 }
@@ -393,7 +393,7 @@ HWY_INLINE void SpectrumToFew(T factor, const T* src, T* dst) {
           return Points<V>{load(2 * k - kIsPack<layout>), load(2 * k + 1 - kIsPack<layout>)};
         },
         [=]() ORPSP_INLINED {
-          return Points<V>{load(0), load(placeOfLast<layout>(count))};
+          return Points<V>{load(0), load(PlaceOfLast<layout>(count))};
         },
         x);
   }
@@ -444,7 +444,7 @@ ORPS_INSTANTIATE(kCcs, double);
 namespace {
 
 template <auto kTransform, class T, class Handle>
-HWY_INLINE OrpStatus transformReal(const T* src, T* dst, const Handle* handle, Orp8u* buffer) {
+HWY_INLINE OrpStatus TransformReal(const T* src, T* dst, const Handle* handle, Orp8u* buffer) {
   ORPS_CHECK_FFT(handle, src, dst);
   const FftSpec<T>& spec = *fftRecord(handle);
   Workspace work;
@@ -455,19 +455,19 @@ HWY_INLINE OrpStatus transformReal(const T* src, T* dst, const Handle* handle, O
 
 template <SpectrumLayout layout, class T, class Handle>
 OrpStatus forward(const T* pSrc, T* pDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
-  return transformReal<&RealToSpectrum<layout, T>>(pSrc, pDst, pFFTSpec, pBuffer);
+  return TransformReal<&RealToSpectrum<layout, T>>(pSrc, pDst, pFFTSpec, pBuffer);
 }
 template <SpectrumLayout layout, class T, class Handle>
 OrpStatus forwardInPlace(T* pSrcDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
-  return transformReal<&RealToSpectrum<layout, T>>(pSrcDst, pSrcDst, pFFTSpec, pBuffer);
+  return TransformReal<&RealToSpectrum<layout, T>>(pSrcDst, pSrcDst, pFFTSpec, pBuffer);
 }
 template <SpectrumLayout layout, class T, class Handle>
 OrpStatus inverse(const T* pSrc, T* pDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
-  return transformReal<&SpectrumToReal<layout, T>>(pSrc, pDst, pFFTSpec, pBuffer);
+  return TransformReal<&SpectrumToReal<layout, T>>(pSrc, pDst, pFFTSpec, pBuffer);
 }
 template <SpectrumLayout layout, class T, class Handle>
 OrpStatus inverseInPlace(T* pSrcDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
-  return transformReal<&SpectrumToReal<layout, T>>(pSrcDst, pSrcDst, pFFTSpec, pBuffer);
+  return TransformReal<&SpectrumToReal<layout, T>>(pSrcDst, pSrcDst, pFFTSpec, pBuffer);
 }
 
 }  // namespace

@@ -77,11 +77,11 @@ struct LargeTables {
 
     int32_t* index = reinterpret_cast<int32_t*>(at);
     reversed = index;
-    place = reversed + blocksOfLastPass(shape.a);
+    place = reversed + BlocksOfLastPass(shape.a);
     last.reversed = place + (size_t{1} << shape.a);
-    end = last.reversed + blocksOfLastPass(shape.last);
+    end = last.reversed + BlocksOfLastPass(shape.last);
     middle.reversed = end;
-    if (shape.hasMiddleSweep) end += blocksOfLastPass(shape.b);
+    if (shape.hasMiddleSweep) end += BlocksOfLastPass(shape.b);
   }
 };
 
@@ -100,7 +100,7 @@ void FillSweep(int rows, int columns, const QuarterSine<T>& sine, const SweepTab
   }
   T* to = tables.coarse;
   for (size_t column = 0; column < size_t{1} << columns; column += kRow<T>)
-    for (size_t row = 0; row < size_t{1} << rows; ++row) to = append(to, root(sine, row * column, rows + columns));
+    for (size_t row = 0; row < size_t{1} << rows; ++row) to = Append(to, root(sine, row * column, rows + columns));
 }
 
 template <class T>
@@ -127,7 +127,7 @@ HWY_NOINLINE void LoadTwiddled(int order, const SweepTables<T>& tables, size_t g
 template <class T>
 HWY_NOINLINE void StoreTransposed(const T* work, const int32_t* place, size_t rows, const Grid<T>& to) {
   constexpr Lanes<T> d;
-  const auto from = workRows(const_cast<T*>(work));
+  const auto from = WorkRowsAt(const_cast<T*>(work));
   for (size_t group = 0; group < rows / kLanes<T>; ++group, place += kLanes<T>) {
     for (size_t v = 0; v < kRowVectors<T>; ++v) {
       TransposePart(
@@ -209,17 +209,17 @@ HWY_NOINLINE void FirstSweep(const Form& form, const LargeShape& shape, const La
       const size_t column = group * kRow<T>, b = column >> shape.c, c = column & (C - 1);
       AllButLastPass<T>(shape.a, tables.first, form.From(column, BC), scratch);
       if (form.IsInPlace()) {
-        LastPassTo(shape.a, tables.reversed, scratch, gridOf(form.dst).Columns(column, BC));
+        LastPassTo(shape.a, tables.reversed, scratch, GridOf(form.dst).Columns(column, BC));
       } else {
         LastPassInWork(shape.a, scratch);
-        StoreTransposed(scratch, tables.place, A, gridOf(form.dst).Columns(c * BA + b * A, BA));
+        StoreTransposed(scratch, tables.place, A, GridOf(form.dst).Columns(c * BA + b * A, BA));
       }
     }
   });
   if (!form.IsInPlace()) return;
   onThreads(team.threads, [&](int thread, int threads) HWY_ATTR {
     for (size_t b = 0; b < size_t{1} << shape.b; ++b)
-      TransposeInPlace(gridOf(form.dst).Columns(b * C, BC), A / kLanes<T>, static_cast<size_t>(thread),
+      TransposeInPlace(GridOf(form.dst).Columns(b * C, BC), A / kLanes<T>, static_cast<size_t>(thread),
                        static_cast<size_t>(threads));
   });
 }
@@ -230,7 +230,7 @@ HWY_INLINE void LastSweep(const Form& form, const LargeShape& shape, const Sweep
   const size_t columns = size_t{1} << (shape.order - shape.last);
   team.Share<T>(columns / kRow<T>, [&](size_t begin, size_t end, T* scratch) HWY_ATTR {
     for (size_t group = begin; group < end; ++group) {
-      const ExchangedRows<Grid<T>> rows{gridOf(form.dst).Columns(group * kRow<T>, columns), shape.last - shape.c,
+      const ExchangedRows<Grid<T>> rows{GridOf(form.dst).Columns(group * kRow<T>, columns), shape.last - shape.c,
                                         shape.c};
       LoadTwiddled(shape.last, tables, group, rows, scratch);
       LastPassTo(shape.last, tables.reversed, scratch, to(group * kRow<T>, columns));

@@ -18,32 +18,32 @@ namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
 
-// Where the elements of a layout stand: bin 0 at element 0, the pairs of bins 1 to countOfPairs(n) one behind the
+// Where the elements of a layout stand: bin 0 at element 0, the pairs of bins 1 to CountOfPairs(n) one behind the
 // other, and for even n the real bin n / 2.
 struct PackLayout {
   static constexpr bool kAllArePairs = false;
-  static size_t pairs(size_t) { return 1; }
-  static size_t middle(size_t n) { return n - 1; }
+  static size_t Pairs(size_t) { return 1; }
+  static size_t Middle(size_t n) { return n - 1; }
 };
 struct PermLayout {
   static constexpr bool kAllArePairs = false;
-  static size_t pairs(size_t n) { return n % 2 == 0 ? 2 : 1; }
-  static size_t middle(size_t) { return 1; }
+  static size_t Pairs(size_t n) { return n % 2 == 0 ? 2 : 1; }
+  static size_t Middle(size_t) { return 1; }
 };
 struct CcsLayout {
   static constexpr bool kAllArePairs = true;  // bin 0 and bin n / 2 too
-  static size_t pairs(size_t) { return 2; }
-  static size_t middle(size_t n) { return n; }
+  static size_t Pairs(size_t) { return 2; }
+  static size_t Middle(size_t n) { return n; }
 };
 
-HWY_INLINE size_t countOfPairs(size_t n) { return (n - 1) / 2; }
+HWY_INLINE size_t CountOfPairs(size_t n) { return (n - 1) / 2; }
 
 template <class T>
 using Complex =
     std::conditional_t<sizeof(T) == 2, Orp16sc, std::conditional_t<std::is_same_v<T, Orp32f>, Orp32fc, Orp64fc>>;
 
 template <class T>
-HWY_INLINE auto asPairs(T* p) {
+HWY_INLINE auto AsPairs(T* p) {
   using C = Complex<std::remove_const_t<T>>;
   return reinterpret_cast<std::conditional_t<std::is_const_v<T>, const C*, C*>>(p);
 }
@@ -52,7 +52,7 @@ HWY_INLINE auto asPairs(T* p) {
 
 // The product of two real bins.
 template <class T>
-HWY_INLINE T realProduct(T a, T b, int scale) {
+HWY_INLINE T RealProduct(T a, T b, int scale) {
   if constexpr (isFloat<T>) {
     return a * b;
   } else {
@@ -61,55 +61,55 @@ HWY_INLINE T realProduct(T a, T b, int scale) {
 }
 
 template <class Op, class C>
-HWY_NOINLINE void multiplyPairs(const C* a, const C* b, C* dst, size_t count, int scale) {
+HWY_NOINLINE void MultiplyPairs(const C* a, const C* b, C* dst, size_t count, int scale) {
   if constexpr (isFloat<C>) {
     Map(Op{}, dst, count, Vector<C>{a}, Vector<C>{b});
   } else {
-    mapScaled<Op>(scale, dst, count, Vector<C>{a}, Vector<C>{b});
+    MapScaled<Op>(scale, dst, count, Vector<C>{a}, Vector<C>{b});
   }
 }
 
 template <class Layout, bool conjugate, class T>
-OrpStatus multiply(const T* pSrc1, const T* pSrc2, T* pDst, int len, int scale = 0) {
+OrpStatus Multiply(const T* pSrc1, const T* pSrc2, T* pDst, int len, int scale = 0) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
-  const size_t n = Size(len), at = Layout::pairs(n), count = countOfPairs(n);
-  const auto realBin = [=](size_t i) HWY_ATTR { put(pDst + i, realProduct(get(pSrc1 + i), get(pSrc2 + i), scale)); };
+  const size_t n = toSize(len), at = Layout::Pairs(n), count = CountOfPairs(n);
+  const auto realBin = [=](size_t i) HWY_ATTR { put(pDst + i, RealProduct(get(pSrc1 + i), get(pSrc2 + i), scale)); };
   realBin(0);
-  if (n % 2 == 0) realBin(Layout::middle(n));
+  if (n % 2 == 0) realBin(Layout::Middle(n));
   if (count == 0) return StsOk;
-  multiplyPairs<ComplexProduct<conjugate>>(asPairs(pSrc1 + at), asPairs(pSrc2 + at), asPairs(pDst + at), count, scale);
+  MultiplyPairs<ComplexProduct<conjugate>>(AsPairs(pSrc1 + at), AsPairs(pSrc2 + at), AsPairs(pDst + at), count, scale);
   return StsOk;
 }
 
 template <class Layout, class T>
 OrpStatus mul(const T* pSrc1, const T* pSrc2, T* pDst, int len) {
-  return multiply<Layout, false>(pSrc1, pSrc2, pDst, len);
+  return Multiply<Layout, false>(pSrc1, pSrc2, pDst, len);
 }
 
 template <class Layout, class T>
 OrpStatus mulInPlace(const T* pSrc, T* pSrcDst, int len) {
-  return multiply<Layout, false>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len);
+  return Multiply<Layout, false>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len);
 }
 
 template <class Layout, class T>
 OrpStatus mulConjInPlace(const T* pSrc, T* pSrcDst, int len) {
-  return multiply<Layout, true>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len);
+  return Multiply<Layout, true>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len);
 }
 
 template <class Layout, class T>
 OrpStatus mulSfs(const T* pSrc1, const T* pSrc2, T* pDst, int len, int scaleFactor) {
-  return multiply<Layout, false>(pSrc1, pSrc2, pDst, len, scaleFactor);
+  return Multiply<Layout, false>(pSrc1, pSrc2, pDst, len, scaleFactor);
 }
 
 template <class Layout, class T>
 OrpStatus mulInPlaceSfs(const T* pSrc, T* pSrcDst, int len, int scaleFactor) {
-  return multiply<Layout, false>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len, scaleFactor);
+  return Multiply<Layout, false>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len, scaleFactor);
 }
 
 // ---- Expansion
 
 template <class D>
-HWY_INLINE hn::Vec<D> reversePairs(D d, hn::Vec<D> v) {
+HWY_INLINE hn::Vec<D> ReversePairs(D d, hn::Vec<D> v) {
   constexpr size_t kPair = 2 * sizeof(hn::TFromD<D>);
   if constexpr (kPair == 16) {
     return hn::ReverseBlocks(d, v);
@@ -121,9 +121,9 @@ HWY_INLINE hn::Vec<D> reversePairs(D d, hn::Vec<D> v) {
 
 // The conjugates of src[0] to src[step - 1], last one first.
 template <size_t step, class C>
-HWY_INLINE auto mirrored(const C* src) {
+HWY_INLINE auto Mirrored(const C* src) {
   constexpr TagOf<C, step> d;
-  const auto v = reversePairs(d, hn::LoadU(d, lanes(src)));
+  const auto v = ReversePairs(d, hn::LoadU(d, lanes(src)));
   if constexpr (isFloat<C>) {
     return hn::Xor(v, hn::OddEven(hn::SignBit(d), hn::Zero(d)));
   } else {
@@ -133,29 +133,29 @@ HWY_INLINE auto mirrored(const C* src) {
 
 // dst[i] = the conjugate of src[count - 1 - i]; the arrays are disjoint.
 template <size_t step, class Put, class C>
-HWY_INLINE void mirror(const C* src, C* dst, size_t count, Put putVector) {
+HWY_INLINE void Mirror(const C* src, C* dst, size_t count, Put putVector) {
   constexpr TagOf<C, step> d;
   if (count < step) {
-    if constexpr (step > 1) mirror<step / 2>(src, dst, count, StoreToCache{});
+    if constexpr (step > 1) Mirror<step / 2>(src, dst, count, StoreToCache{});
     return;
   }
   const size_t end = count - step;
-  hn::StoreU(mirrored<step>(src + end), d, lanes(dst));
+  hn::StoreU(Mirrored<step>(src + end), d, lanes(dst));
   for (size_t i = IntoPairs<C>{dst}.UpToBoundary(step * sizeof(C)); i < end; i += step)
-    putVector(mirrored<step>(src + (end - i)), d, lanes(dst + i));
-  hn::StoreU(mirrored<step>(src), d, lanes(dst + end));
+    putVector(Mirrored<step>(src + (end - i)), d, lanes(dst + i));
+  hn::StoreU(Mirrored<step>(src), d, lanes(dst + end));
 }
 
 // dst[1] to dst[count] = the pairs, and dst[n - 1] downward their conjugates. The pairs may stand where they belong, or
 // overlap dst[1] on at lower addresses; they end below dst[n - count].
 template <class Put, class C>
-HWY_NOINLINE void expandPairs(const C* pairs, C* dst, size_t count, size_t n, Put putVector) {
+HWY_NOINLINE void ExpandPairs(const C* pairs, C* dst, size_t count, size_t n, Put putVector) {
   constexpr size_t kBlock = 8192 / sizeof(C);  // the second step finds it in the first-level cache
   // From the end, so that nothing is written over before it has been read.
   for (size_t end = count, size; end > 0; end -= size) {
     size = HWY_MIN(end, kBlock);
     const C* const block = pairs + (end - size);
-    mirror<HWY_MAX_BYTES / sizeof(C)>(block, dst + (n - end), size, putVector);
+    Mirror<HWY_MAX_BYTES / sizeof(C)>(block, dst + (n - end), size, putVector);
     if (pairs != dst + 1) CopyBackward(bytes(block), bytes(dst + (1 + end - size)), size * sizeof(C), putVector);
   }
 }
@@ -163,18 +163,18 @@ HWY_NOINLINE void expandPairs(const C* pairs, C* dst, size_t count, size_t n, Pu
 template <class Layout, class T, class C>
 OrpStatus expand(const T* pSrc, C* pDst, int lenDst) {
   ORPS_CHECK_VECTOR(lenDst, pSrc, pDst);
-  const size_t n = Size(lenDst);
+  const size_t n = toSize(lenDst);
   const auto bin = [=](size_t at) HWY_ATTR {
-    return Layout::kAllArePairs ? get(asPairs(pSrc + at)) : C{get(pSrc + at), 0};
+    return Layout::kAllArePairs ? get(AsPairs(pSrc + at)) : C{get(pSrc + at), 0};
   };
-  const C* const pairs = asPairs(pSrc + Layout::pairs(n));
-  const C first = bin(0), middle = n % 2 == 0 ? bin(Layout::middle(n)) : C{};  // before they are written over
+  const C* const pairs = AsPairs(pSrc + Layout::Pairs(n));
+  const C first = bin(0), middle = n % 2 == 0 ? bin(Layout::Middle(n)) : C{};  // before they are written over
   const bool isAligned = reinterpret_cast<uintptr_t>(pDst) % sizeof(C) == 0;
   if (HWY_UNLIKELY(n >= kStreamBytes / sizeof(C)) && isAligned) {
-    expandPairs(pairs, pDst, countOfPairs(n), n, StorePastCaches{});
+    ExpandPairs(pairs, pDst, CountOfPairs(n), n, StorePastCaches{});
     hwy::FlushStream();
   } else {
-    expandPairs(pairs, pDst, countOfPairs(n), n, StoreToCache{});
+    ExpandPairs(pairs, pDst, CountOfPairs(n), n, StoreToCache{});
   }
   put(pDst, first);
   if (n % 2 == 0) put(pDst + n / 2, middle);

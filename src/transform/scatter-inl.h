@@ -64,7 +64,7 @@ HWY_INLINE void ScatterFrom(const ComplexCall<T>& call, const Form& form, const 
   const int rowsOrder = tables.rowsOrder, lastOrder = tables.lastOrder, partOrder = rowsOrder - lastOrder;
   const size_t rows = size_t{1} << rowsOrder, parts = size_t{1} << lastOrder, part = size_t{1} << partOrder;
   const int threads = grantedThreads();
-  const auto between = [&](size_t half) HWY_ATTR { return gridOf(form.dst).Columns(half * kRow<T>, kCount); };
+  const auto between = [&](size_t half) HWY_ATTR { return GridOf(form.dst).Columns(half * kRow<T>, kCount); };
 
   onThreads(threads, [&](int thread, int team) HWY_ATTR {
     const size_t groups = rows / kLanes<T>;
@@ -80,7 +80,7 @@ HWY_INLINE void ScatterFrom(const ComplexCall<T>& call, const Form& form, const 
       for (int pass = 0; pass + 1 < radices.count; ++pass) {
         const int radixOrder = radices.Of(pass);
         const size_t m = size_t{1} << done, blocks = part >> (done + radixOrder);
-        withRadix<kLeastRadix>(radixOrder, [&](auto radix) ORPSP_INLINED {
+        WithRadix<kLeastRadix>(radixOrder, [&](auto radix) ORPSP_INLINED {
           if (m == 1) {
             Pass<radix, Twiddles::kNone>(of, of, m, 0, m, twiddles, blocks);
           } else {
@@ -95,7 +95,7 @@ HWY_INLINE void ScatterFrom(const ComplexCall<T>& call, const Form& form, const 
   const T* const twiddles = tables.passes + 2 * (part - 1);
   onThreads(threads, [&](int thread, int team) HWY_ATTR {
     const size_t begin = partBegin(part, thread, team), end = partBegin(part, thread + 1, team);
-    withRadix<kLeastLastRadix>(lastOrder, [&](auto radix) ORPSP_INLINED {
+    WithRadix<kLeastLastRadix>(lastOrder, [&](auto radix) ORPSP_INLINED {
       for (size_t half = 0; half < kHalves; ++half)
         Pass<radix, Twiddles::kBefore>(between(half), to(half * kRow<T>, kCount), part, begin, end, twiddles);
     });
@@ -104,7 +104,7 @@ HWY_INLINE void ScatterFrom(const ComplexCall<T>& call, const Form& form, const 
 
 template <class T, class Form, class To>
 HWY_INLINE void Scatter(const ComplexCall<T>& call, const Form& form, const To& to) {
-  withFirstCount<T>(call.order, [&](auto count) ORPSP_INLINED { ScatterFrom<count>(call, form, to); });
+  WithFirstCount<T>(call.order, [&](auto count) ORPSP_INLINED { ScatterFrom<count>(call, form, to); });
 }
 
 template <class T>
@@ -116,7 +116,7 @@ void FillScatter(int order, const QuarterSine<T>& sine, T* twiddles) {
   int done = 0;
   for (int pass = 0; pass < radices.count; ++pass) {
     done += radices.Of(pass);
-    to = appendPass(to, done, radices.Of(pass), sine);
+    to = AppendPass(to, done, radices.Of(pass), sine);
   }
   // The lowest digit of a row within its part (of the radix of the last pass but one) is the highest of its place.
   const int partOrder = tables.rowsOrder - tables.lastOrder;

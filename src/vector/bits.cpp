@@ -43,7 +43,7 @@ struct JoinBits {
 OrpStatus copyBits(const Orp8u* pSrc, int srcBitOffset, Orp8u* pDst, int dstBitOffset, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   ORPS_RETURN_IF(srcBitOffset < 0 || dstBitOffset < 0, StsBadSize);
-  size_t from = Size(srcBitOffset), left = Size(len);
+  size_t from = toSize(srcBitOffset), left = toSize(len);
   Orp8u* dst = pDst + dstBitOffset / 8;
 
   if (const unsigned offset = static_cast<unsigned>(dstBitOffset) % 8; offset != 0) {

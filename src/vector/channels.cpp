@@ -18,7 +18,7 @@ namespace HWY_NAMESPACE {
 namespace {
 
 template <class T>
-HWY_INLINE bool anyChannelNull(T* const* channels) {
+HWY_INLINE bool AnyChannelNull(T* const* channels) {
   return channels == nullptr || channels[0] == nullptr || channels[1] == nullptr;
 }
 
@@ -61,7 +61,7 @@ HWY_INLINE void StoreFrames(V first, V second, Orp24s* dst, size_t frames) {
   store(samples.upper, kTriples);
 }
 
-HWY_NOINLINE void join24(const Orp32f* first, const Orp32f* second, Orp24s* dst, size_t len) {
+HWY_NOINLINE void Join24(const Orp32f* first, const Orp32f* second, Orp24s* dst, size_t len) {
   constexpr hn::FixedTag<Orp32f, kTriples> d;
   size_t i = 0;
   for (; i + kTriples <= len; i += kTriples)
@@ -71,13 +71,13 @@ HWY_NOINLINE void join24(const Orp32f* first, const Orp32f* second, Orp24s* dst,
 
 template <class T>
 OrpStatus joinScaled(const Orp32f* const pSrc[2], T* pDst, int len) {
-  ORPS_RETURN_IF(anyChannelNull(pSrc) || pDst == nullptr, StsNullPtr);
+  ORPS_RETURN_IF(AnyChannelNull(pSrc) || pDst == nullptr, StsNullPtr);
   ORPS_RETURN_IF(len <= 0, StsBadSize);
   if constexpr (sizeof(T) == 3) {
-    join24(pSrc[0], pSrc[1], pDst, Size(len));
+    Join24(pSrc[0], pSrc[1], pDst, toSize(len));
   } else {
     auto* const frames = reinterpret_cast<Orp16sc*>(pDst);
-    Map(Join16{}, frames, Size(len), Vector<Orp32f>{pSrc[0]}, Vector<Orp32f>{pSrc[1]});
+    Map(Join16{}, frames, toSize(len), Vector<Orp32f>{pSrc[0]}, Vector<Orp32f>{pSrc[1]});
   }
   return StsOk;
 }
@@ -128,9 +128,9 @@ struct ToChannels {
 
 template <class T>
 OrpStatus splitScaled(const T* pSrc, Orp32f* const pDst[2], int len) {
-  ORPS_RETURN_IF(pSrc == nullptr || anyChannelNull(pDst), StsNullPtr);
+  ORPS_RETURN_IF(pSrc == nullptr || AnyChannelNull(pDst), StsNullPtr);
   ORPS_RETURN_IF(len <= 0, StsBadSize);
-  MapParts(ToChannels<T>{}, IntoVectors<Orp32f>{pDst[0], pDst[1]}, Size(len), Frames<T>{pSrc});
+  MapParts(ToChannels<T>{}, IntoVectors<Orp32f>{pDst[0], pDst[1]}, toSize(len), Frames<T>{pSrc});
   return StsOk;
 }
 

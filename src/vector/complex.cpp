@@ -100,20 +100,20 @@ struct Power32 {
 template <class Op, class T, class D>
 OrpStatus unarySfs(const T* pSrc, D* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  return mapScaled<Op>(scaleFactor, pDst, Size(len), Vector<T>{pSrc});
+  return MapScaled<Op>(scaleFactor, pDst, toSize(len), Vector<T>{pSrc});
 }
 
 template <class T, class D>
 OrpStatus realToCplx(const T* pSrcRe, const T* pSrcIm, D* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrcRe, pSrcIm, pDst);
-  MapParts(FromParts{}, IntoPairs<D>{pDst}, Size(len), Vector<T>{pSrcRe}, Vector<T>{pSrcIm});
+  MapParts(FromParts{}, IntoPairs<D>{pDst}, toSize(len), Vector<T>{pSrcRe}, Vector<T>{pSrcIm});
   return StsOk;
 }
 
 template <class T, class D>
 OrpStatus cplxToReal(const T* pSrc, D* pDstRe, D* pDstIm, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDstRe, pDstIm);
-  MapParts(Same{}, IntoVectors<D>{pDstRe, pDstIm}, Size(len), Planes<T>{pSrc});
+  MapParts(Same{}, IntoVectors<D>{pDstRe, pDstIm}, toSize(len), Planes<T>{pSrc});
   return StsOk;
 }
 

@@ -221,9 +221,9 @@ template <class S, class D>
 OrpStatus convert(const S* pSrc, D* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   if constexpr (std::is_same_v<S, Orp16f>) {
-    Map(Change{}, pDst, Size(len), HalfVector{pSrc});
+    Map(Change{}, pDst, toSize(len), HalfVector{pSrc});
   } else {
-    Map(Change{}, pDst, Size(len), SourceFor<D>(pSrc));
+    Map(Change{}, pDst, toSize(len), SourceFor<D>(pSrc));
   }
   return StsOk;
 }
@@ -259,12 +259,12 @@ OrpStatus convertSfs(const S* pSrc, D* pDst, int len, int scaleFactor) {
   const Vector<S> src{pSrc};
   if constexpr (std::is_same_v<D, Orp64f>) {
     const int scale = HWY_MIN(HWY_MAX(scaleFactor, -1200), 1200), half = scale / 2;  // all is 0 or infinite beyond
-    Map(ScaledTwice{PowerOfTwo<double>(half), PowerOfTwo<double>(scale - half)}, pDst, Size(len), src);
+    Map(ScaledTwice{PowerOfTwo<double>(half), PowerOfTwo<double>(scale - half)}, pDst, toSize(len), src);
   } else if (scaleFactor >= -127 && scaleFactor <= 126) {  // the product is normal or overflows
-    Map(Scaled<float>{PowerOfTwo<float>(scaleFactor)}, pDst, Size(len), src);
+    Map(Scaled<float>{PowerOfTwo<float>(scaleFactor)}, pDst, toSize(len), src);
   } else {
     const int scale = HWY_MIN(HWY_MAX(scaleFactor, -300), 300);
-    Map(ScaledInDouble{PowerOfTwo<double>(scale)}, pDst, Size(len), src);
+    Map(ScaledInDouble{PowerOfTwo<double>(scale)}, pDst, toSize(len), src);
   }
   return StsOk;
 }
@@ -293,7 +293,7 @@ struct ToIntegersOf {
 };
 
 template <Rounding rounding, class S, class D>
-HWY_NOINLINE OrpStatus roundTo(D* dst, size_t len, const S* src, int scale) {
+HWY_NOINLINE OrpStatus RoundTo(D* dst, size_t len, const S* src, int scale) {
   using W = std::conditional_t<std::is_same_v<S, Orp64f>, double, float>;
   MapInto(ToIntegersOf<D, rounding, W>{PowerOfTwo<W>(scale)}, dst, len, SourceFor<D>(src));
   return StsOk;
@@ -302,12 +302,12 @@ HWY_NOINLINE OrpStatus roundTo(D* dst, size_t len, const S* src, int scale) {
 template <class S, class D>
 OrpStatus roundSfs(const S* pSrc, D* pDst, int len, int rndMode, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  if (rndMode == OrpRoundZero) return roundTo<Rounding::kZero>(pDst, Size(len), pSrc, scaleFactor);
-  if (rndMode == OrpRoundNear) return roundTo<Rounding::kNearest>(pDst, Size(len), pSrc, scaleFactor);
+  if (rndMode == OrpRoundZero) return RoundTo<Rounding::kZero>(pDst, toSize(len), pSrc, scaleFactor);
+  if (rndMode == OrpRoundNear) return RoundTo<Rounding::kNearest>(pDst, toSize(len), pSrc, scaleFactor);
   if constexpr (std::is_same_v<S, Orp16f>) {
     return StsBadRoundMode;
   } else {
-    return roundTo<Rounding::kAway>(pDst, Size(len), pSrc, scaleFactor);
+    return RoundTo<Rounding::kAway>(pDst, toSize(len), pSrc, scaleFactor);
   }
 }
 
@@ -327,10 +327,10 @@ OrpStatus roundToHalf(const S* pSrc, Orp16f* pDst, int len, int rndMode) {
   auto* const bits = reinterpret_cast<Orp16u*>(pDst);
   switch (rndMode) {
     case OrpRoundZero:
-      Map(ToHalves<Rounding::kZero>{}, bits, Size(len), Vector<S>{pSrc});
+      Map(ToHalves<Rounding::kZero>{}, bits, toSize(len), Vector<S>{pSrc});
       return StsOk;
     case OrpRoundNear:
-      Map(ToHalves<Rounding::kNearest>{}, bits, Size(len), Vector<S>{pSrc});
+      Map(ToHalves<Rounding::kNearest>{}, bits, toSize(len), Vector<S>{pSrc});
       return StsOk;
     default:
       return StsBadRoundMode;
@@ -371,7 +371,7 @@ struct NarrowUp {
 };
 
 template <class S, class D>
-HWY_NOINLINE OrpStatus narrowScaled(D* dst, size_t len, const S* src, int scale) {
+HWY_NOINLINE OrpStatus NarrowScaled(D* dst, size_t len, const S* src, int scale) {
   constexpr int kMostScale = std::is_signed_v<S> ? kBits<S> - 1 : kBits<S>;
   const auto source = SourceFor<D>(src);
   if (scale == 0) {
@@ -389,7 +389,7 @@ HWY_NOINLINE OrpStatus narrowScaled(D* dst, size_t len, const S* src, int scale)
 template <class S, class D>
 OrpStatus narrowSfs(const S* pSrc, D* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  return narrowScaled(pDst, Size(len), pSrc, scaleFactor);
+  return NarrowScaled(pDst, toSize(len), pSrc, scaleFactor);
 }
 
 // The scale factor first clamped to [least, 31].

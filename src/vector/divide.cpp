@@ -9,6 +9,7 @@
 #include <type_traits>
 
 #include "frame/entry.h"
+#include "frame/parallel.h"
 #include "simd/targets.h"
 
 #undef HWY_TARGET_INCLUDE
@@ -161,14 +162,14 @@ struct FloatNormal {
 // ---- Kernels: true if a divisor was zero
 
 template <class Op, class D, class Below, class Above, class... Unit>
-HWY_NOINLINE bool mapQuotient(D* dst, size_t len, Below below, Above above, Unit... unit) {
+HWY_NOINLINE bool MapQuotient(D* dst, size_t len, Below below, Above above, Unit... unit) {
   const Op op{{}, unit...};
   Map(op, dst, len, below, above);
   return op.Found();
 }
 
 // 32-bit quotients times 2^up, 20 < up <= 64, where double is no longer enough. From 64 on every nonzero one saturates.
-HWY_NOINLINE bool mapLargeQuotient(Orp32s* dst, size_t len, const Orp32s* below, const Orp32s* above, int up) {
+HWY_NOINLINE bool MapLargeQuotient(Orp32s* dst, size_t len, const Orp32s* below, const Orp32s* above, int up) {
   bool zero = false;
   for (size_t i = 0; i < len; ++i) {
     const int64_t divisor = get(below + i), dividend = get(above + i);
@@ -200,24 +201,24 @@ template <Rounding rounding = Rounding::kNearest, class D, class Below, class Ab
 bool mapIntegerQuotient(D* dst, size_t len, Below below, Above above, int scale) {
   const double unit = UnitOfScale(scale);
   if constexpr (isComplex<D>) {
-    return mapQuotient<ComplexIntegerQuotient>(dst, len, below, above, unit);
+    return MapQuotient<ComplexIntegerQuotient>(dst, len, below, above, unit);
   } else if constexpr (sizeof(D) == 1) {
-    return mapQuotient<IntegerQuotient<float, rounding>>(dst, len, below, above, static_cast<float>(unit));
+    return MapQuotient<IntegerQuotient<float, rounding>>(dst, len, below, above, static_cast<float>(unit));
   } else {
     // Quotients that do not saturate are below 2^16 or 2^31, so n * 2^k has at most 47 bits, or 22 for k <= 6, ...
     if constexpr (Below::kElementBytes == 2) {
       if (scale >= -6)
-        return mapQuotient<IntegerQuotient<float, rounding>>(dst, len, below, above, static_cast<float>(unit));
+        return MapQuotient<IntegerQuotient<float, rounding>>(dst, len, below, above, static_cast<float>(unit));
     }
     if constexpr (sizeof(D) == 4) {  // ... but 31 + k where all are of 32 bits
-      if (scale < -20) return mapLargeQuotient(dst, len, below.p, above.p, scale < -64 ? 64 : -scale);
+      if (scale < -20) return MapLargeQuotient(dst, len, below.p, above.p, scale < -64 ? 64 : -scale);
     }
-    return mapQuotient<IntegerQuotient<double, rounding>>(dst, len, below, above, unit);
+    return MapQuotient<IntegerQuotient<double, rounding>>(dst, len, below, above, unit);
   }
 }
 
 template <int from>
-OrpStatus divideParts(int len, auto kernel) {
+OrpStatus DivideParts(int len, auto kernel) {
   return inParts<from>(len, kernel) ? StsDivByZero : StsOk;
 }
 
@@ -226,8 +227,8 @@ OrpStatus divideParts(int len, auto kernel) {
 template <int from, class T>
 OrpStatus divide(const T* pSrc1, const T* pSrc2, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
-  return divideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
-    return mapQuotient<FloatQuotient<T>>(pDst + i, count, Padded<T>{{pSrc1 + i}, 1}, Vector<T>{pSrc2 + i});
+  return DivideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
+    return MapQuotient<FloatQuotient<T>>(pDst + i, count, Padded<T>{{pSrc1 + i}, 1}, Vector<T>{pSrc2 + i});
   });
 }
 
@@ -239,7 +240,7 @@ OrpStatus divideInPlace(const T* pSrc, T* pSrcDst, int len) {
 template <int from, Rounding rounding = Rounding::kNearest, class T, class D>
 OrpStatus divideSfs(const T* pSrc1, const T* pSrc2, D* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
-  return divideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
+  return DivideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
     return mapIntegerQuotient<rounding>(pDst + i, count, Padded<T>{{pSrc1 + i}, 1}, Vector<T>{pSrc2 + i}, scaleFactor);
   });
 }
@@ -272,7 +273,7 @@ OrpStatus divideRoundInPlaceSfs(const T* pSrc, T* pSrcDst, int len, int rndMode,
 // ---- A vector and a constant
 
 template <class T>
-bool isZero(T value) {
+bool IsZero(T value) {
   if constexpr (isComplex<T>) {
     return value.re == 0 && value.im == 0;
   } else {
@@ -287,11 +288,11 @@ struct PlainQuotient {
 template <class T>
 OrpStatus divideByConstant(const T* pSrc, T val, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  ORPS_RETURN_IF(isZero(val), StsDivByZeroErr);
+  ORPS_RETURN_IF(IsZero(val), StsDivByZeroErr);
   if constexpr (isComplex<T>) {
-    mapQuotient<FloatQuotient<T>>(pDst, Size(len), Constant<T>{val}, Vector<T>{pSrc});
+    MapQuotient<FloatQuotient<T>>(pDst, toSize(len), Constant<T>{val}, Vector<T>{pSrc});
   } else {
-    Map(PlainQuotient{}, pDst, Size(len), Constant<T>{val}, Vector<T>{pSrc});
+    Map(PlainQuotient{}, pDst, toSize(len), Constant<T>{val}, Vector<T>{pSrc});
   }
   return StsOk;
 }
@@ -304,8 +305,8 @@ OrpStatus divideByConstantInPlace(T val, T* pSrcDst, int len) {
 template <int from, class T>
 OrpStatus divideByConstantSfs(const T* pSrc, T val, T* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  ORPS_RETURN_IF(isZero(val), StsDivByZeroErr);
-  return divideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
+  ORPS_RETURN_IF(IsZero(val), StsDivByZeroErr);
+  return DivideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
     return mapIntegerQuotient(pDst + i, count, Constant<T>{val}, Vector<T>{pSrc + i}, scaleFactor);
   });
 }
@@ -318,10 +319,10 @@ OrpStatus divideByConstantInPlaceSfs(T val, T* pSrcDst, int len, int scaleFactor
 template <int from, class T>
 OrpStatus divideConstant(const T* pSrc, T val, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  return divideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
+  return DivideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
     const Padded<T> divisors{{pSrc + i}, 1};
     if constexpr (isFloat<T>) {
-      return mapQuotient<FloatQuotient<T>>(pDst + i, count, divisors, Constant<T>{val});
+      return MapQuotient<FloatQuotient<T>>(pDst + i, count, divisors, Constant<T>{val});
     } else {
       return mapIntegerQuotient(pDst + i, count, divisors, Constant<T>{val}, 0);
     }
@@ -337,7 +338,7 @@ template <class T, class W>
 OrpStatus normalize(const T* pSrc, T* pDst, int len, T vSub, W vDiv) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   ORPS_RETURN_IF(vDiv == 0, StsDivByZeroErr);
-  Map(FloatNormal<W>{vDiv}, pDst, Size(len), Constant<T>{vSub}, Vector<T>{pSrc});
+  Map(FloatNormal<W>{vDiv}, pDst, toSize(len), Constant<T>{vSub}, Vector<T>{pSrc});
   return StsOk;
 }
 
@@ -346,7 +347,7 @@ OrpStatus normalizeSfs(const T* pSrc, T* pDst, int len, T vSub, int vDiv, int sc
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   ORPS_RETURN_IF(vDiv == 0, StsDivByZeroErr);
   const IntegerNormal<T> op{UnitOfScale(scaleFactor), static_cast<double>(vDiv)};
-  Map(op, pDst, Size(len), Constant<T>{vSub}, Vector<T>{pSrc});
+  Map(op, pDst, toSize(len), Constant<T>{vSub}, Vector<T>{pSrc});
   return StsOk;
 }
 

@@ -128,7 +128,7 @@ template <class T, class D>
 OrpStatus logarithm(const T* pSrc, D* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   const LnOp<T> op{};
-  Map(op, pDst, Size(len), Padded<T>{{pSrc}, 1});
+  Map(op, pDst, toSize(len), Padded<T>{{pSrc}, 1});
   return op.watch.Status();
 }
 
@@ -140,7 +140,7 @@ OrpStatus logarithmInPlace(T* pSrcDst, int len) {
 template <class T>
 OrpStatus expSfs(const T* pSrc, T* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  Map(IntegerExp{scaleFactor}, pDst, Size(len), Vector<T>{pSrc});
+  Map(IntegerExp{scaleFactor}, pDst, toSize(len), Vector<T>{pSrc});
   return StsOk;
 }
 
@@ -151,7 +151,7 @@ OrpStatus expInPlaceSfs(T* pSrcDst, int len, int scaleFactor) {
 
 OrpStatus cubrtSfs(const Orp32s* pSrc, Orp16s* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  Map(IntegerCubrt{scaleFactor, UnitOfScale(scaleFactor)}, pDst, Size(len), Vector<Orp32s>{pSrc});
+  Map(IntegerCubrt{scaleFactor, UnitOfScale(scaleFactor)}, pDst, toSize(len), Vector<Orp32s>{pSrc});
   return StsOk;
 }
 
@@ -168,7 +168,7 @@ template <class Kind, class T, class D>
 OrpStatus logarithmSfs(const T* pSrc, D* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   const typename Kind::Op op{{}, scaleFactor, Kind::kFactor * UnitOfScale(scaleFactor)};
-  Map(op, pDst, Size(len), Padded<T>{{pSrc}, 1});
+  Map(op, pDst, toSize(len), Padded<T>{{pSrc}, 1});
   return op.watch.Status();
 }
 

@@ -14,10 +14,7 @@
 #define ORPSP_VECTOR_FORMS_INL_H_
 #endif
 
-#include <climits>
-
 #include "frame/check.h"
-#include "frame/parallel.h"
 #include "simd/complex-inl.h"
 #include "simd/integer-inl.h"
 #include "simd/map-inl.h"
@@ -26,8 +23,6 @@ HWY_BEFORE_NAMESPACE();
 namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
-
-HWY_INLINE constexpr size_t Size(int len) { return static_cast<size_t>(len); }
 
 // Source for a vector of operands that stand beside elements of type TD: a real vector beside complex ones is spread.
 template <class TD, class T>
@@ -58,7 +53,7 @@ HWY_NOINLINE void ShiftUpInPlace(T* data, size_t len, int shift) {
 
 // dst = op(src...) * 2^-scale
 template <class Op, class TD, class... S>
-HWY_NOINLINE OrpStatus mapScaled(int scale, TD* dst, size_t len, S... src) {
+HWY_NOINLINE OrpStatus MapScaled(int scale, TD* dst, size_t len, S... src) {
   if (scale == 0) {
     Map(Op{}, dst, len, src...);
   } else if (scale < 0) {
@@ -66,33 +61,27 @@ HWY_NOINLINE OrpStatus mapScaled(int scale, TD* dst, size_t len, S... src) {
     const int shift = scale < -kBits<TD> ? kBits<TD> : -scale;
     for (size_t i = 0; i < len; i += kBlock) {
       const size_t count = HWY_MIN(kBlock, len - i);
-      mapScaled<Op>(0, dst + i, count, src.From(i)...);
+      MapScaled<Op>(0, dst + i, count, src.From(i)...);
       ShiftUpInPlace(lanes(dst + i), count * Element<TD>::kLanes, shift);
     }
   } else if (scale > Op::template kMostScale<Lane<TD>>) {
     Map(FillZero{}, dst, len);
   } else {
     if constexpr (requires { typename Op::Halved; }) {
-      if (scale == 1) return Map(typename Op::Halved{}, dst, len, src...), StsOk;
+      if (scale == 1) {
+        Map(typename Op::Halved{}, dst, len, src...);
+        return StsOk;
+      }
     }
     if constexpr (requires { typename Op::Q15; } && (std::is_same_v<typename S::Type, Orp16s> && ...)) {
-      if (scale == 15) return Map(typename Op::Q15{}, dst, len, src...), StsOk;
+      if (scale == 15) {
+        Map(typename Op::Q15{}, dst, len, src...);
+        return StsOk;
+      }
     }
     Map(typename Op::Rounded{scale}, dst, len, src...);
   }
   return StsOk;
-}
-
-// ---- Threads
-
-inline constexpr int kNever = INT_MAX;  // length from which on a call may use two threads: never
-
-// kernel(begin, count) over the parts of a call; `from` is the length from which on two threads may share it. True if
-// any part answers so.
-template <int from>
-bool inParts(int len, auto kernel) {
-  const auto part = [=](int begin, int count) { return kernel(Size(begin), Size(count)); };
-  return len < from ? part(0, len) : forEachPart(len, from, part);
 }
 
 // ---- Two vectors
@@ -105,7 +94,7 @@ template <class Op, class... T>
 requires(Op::kByLanes) inline constexpr bool kByLanes<Op, T...> = (isComplex<T> && ...);
 
 template <class Op, class A, class B, class D>
-HWY_NOINLINE OrpStatus mapPair(D* dst, size_t len, const A* a, const B* b) {
+HWY_NOINLINE OrpStatus MapPair(D* dst, size_t len, const A* a, const B* b) {
   Map(Op{}, dst, len, Operand<D>(a), Operand<D>(b));
   return StsOk;
 }
@@ -114,9 +103,9 @@ template <class Op, class A, class B, class D>
 OrpStatus binary(const A* pSrc1, const B* pSrc2, D* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
   if constexpr (kByLanes<Op, A, B, D>) {
-    return mapPair<Op>(lanes(pDst), 2 * Size(len), lanes(pSrc1), lanes(pSrc2));
+    return MapPair<Op>(lanes(pDst), 2 * toSize(len), lanes(pSrc1), lanes(pSrc2));
   } else {
-    return mapPair<Op>(pDst, Size(len), pSrc1, pSrc2);
+    return MapPair<Op>(pDst, toSize(len), pSrc1, pSrc2);
   }
 }
 
@@ -130,9 +119,9 @@ OrpStatus binarySfs(const A* pSrc1, const B* pSrc2, D* pDst, int len, int scaleF
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
   if constexpr (kByLanes<Op, A, B, D>) {
     using L = Lane<D>;
-    return mapScaled<Op>(scaleFactor, lanes(pDst), 2 * Size(len), Vector<L>{lanes(pSrc1)}, Vector<L>{lanes(pSrc2)});
+    return MapScaled<Op>(scaleFactor, lanes(pDst), 2 * toSize(len), Vector<L>{lanes(pSrc1)}, Vector<L>{lanes(pSrc2)});
   } else {
-    return mapScaled<Op>(scaleFactor, pDst, Size(len), Operand<D>(pSrc1), Operand<D>(pSrc2));
+    return MapScaled<Op>(scaleFactor, pDst, toSize(len), Operand<D>(pSrc1), Operand<D>(pSrc2));
   }
 }
 
@@ -146,7 +135,7 @@ OrpStatus binaryInPlaceSfs(const A* pSrc, D* pSrcDst, int len, int scaleFactor) 
 template <class Op, class T, class D>
 OrpStatus constant(const T* pSrc, T val, D* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  Map(Op{}, pDst, Size(len), Constant<T>{val}, Vector<T>{pSrc});
+  Map(Op{}, pDst, toSize(len), Constant<T>{val}, Vector<T>{pSrc});
   return StsOk;
 }
 
@@ -158,7 +147,7 @@ OrpStatus constantInPlace(T val, T* pSrcDst, int len) {
 template <class Op, class T, class D>
 OrpStatus constantSfs(const T* pSrc, T val, D* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  return mapScaled<Op>(scaleFactor, pDst, Size(len), Constant<T>{val}, Vector<T>{pSrc});
+  return MapScaled<Op>(scaleFactor, pDst, toSize(len), Constant<T>{val}, Vector<T>{pSrc});
 }
 
 template <class Op, class T>
@@ -190,7 +179,7 @@ struct Reversed<Op> : Op {
 template <class Op, class T, class D>
 OrpStatus unary(const T* pSrc, D* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  Map(Op{}, pDst, Size(len), Vector<T>{pSrc});
+  Map(Op{}, pDst, toSize(len), Vector<T>{pSrc});
   return StsOk;
 }
 
@@ -203,7 +192,7 @@ OrpStatus unaryInPlace(T* pSrcDst, int len) {
 template <class Op, class T, class D>
 OrpStatus ofParts(const T* pSrc, D* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  Map(Op{}, pDst, Size(len), Planes<T>{pSrc});
+  Map(Op{}, pDst, toSize(len), Planes<T>{pSrc});
   return StsOk;
 }
 

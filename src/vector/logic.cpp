@@ -41,7 +41,7 @@ struct Right {
 template <class Op, class T>
 OrpStatus bitwise(const T* pSrc1, const T* pSrc2, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
-  return mapPair<Op>(bytes(pDst), Size(len) * sizeof(T), bytes(pSrc1), bytes(pSrc2));
+  return MapPair<Op>(bytes(pDst), toSize(len) * sizeof(T), bytes(pSrc1), bytes(pSrc2));
 }
 
 template <class Op, class T>
@@ -53,9 +53,9 @@ template <class Op, class T>
 OrpStatus bitwiseConstant(const T* pSrc, T val, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   if (std::is_same_v<Op, And> && val == 0) {  // clears without reading the source
-    Map(FillZero{}, pDst, Size(len));
+    Map(FillZero{}, pDst, toSize(len));
   } else {
-    Map(Op{}, pDst, Size(len), Constant<T>{val}, Vector<T>{pSrc});
+    Map(Op{}, pDst, toSize(len), Constant<T>{val}, Vector<T>{pSrc});
   }
   return StsOk;
 }
@@ -68,7 +68,7 @@ OrpStatus bitwiseConstantInPlace(T val, T* pSrcDst, int len) {
 template <class T>
 OrpStatus complement(const T* pSrc, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  Map(Not{}, bytes(pDst), Size(len) * sizeof(T), Vector<Orp8u>{bytes(pSrc)});
+  Map(Not{}, bytes(pDst), toSize(len) * sizeof(T), Vector<Orp8u>{bytes(pSrc)});
   return StsOk;
 }
 
@@ -84,9 +84,9 @@ OrpStatus shift(const T* pSrc, int val, T* pDst, int len) {
   // From the width on, an arithmetic shift leaves what a shift by width - 1 does, and the others leave zeros.
   constexpr bool keepsSign = std::is_same_v<Op, Right> && std::is_signed_v<T>;
   if (val >= kBits<T> && !keepsSign) {
-    Map(FillZero{}, pDst, Size(len));
+    Map(FillZero{}, pDst, toSize(len));
   } else {
-    Map(Op{HWY_MIN(val, kBits<T> - 1)}, pDst, Size(len), Vector<T>{pSrc});
+    Map(Op{HWY_MIN(val, kBits<T> - 1)}, pDst, toSize(len), Vector<T>{pSrc});
   }
   return StsOk;
 }

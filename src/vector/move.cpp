@@ -26,18 +26,18 @@ struct BitsOf<16> {
   using Type = Orp64sc;
 };
 
-HWY_NOINLINE OrpStatus zeroBytes(Orp8u* dst, size_t count) {
+HWY_NOINLINE OrpStatus ZeroBytes(Orp8u* dst, size_t count) {
   Map(FillZero{}, dst, count);
   return StsOk;
 }
 
 template <class Bits>
-HWY_NOINLINE OrpStatus setBits(Bits* dst, size_t len, Bits value) {
+HWY_NOINLINE OrpStatus SetBits(Bits* dst, size_t len, Bits value) {
   Map(Same{}, dst, len, Constant<Bits>{value});
   return StsOk;
 }
 
-HWY_NOINLINE OrpStatus copyBytes(Orp8u* dst, const Orp8u* src, size_t count) {
+HWY_NOINLINE OrpStatus CopyBytes(Orp8u* dst, const Orp8u* src, size_t count) {
   Map(Same{}, dst, count, Vector<Orp8u>{src});
   return StsOk;
 }
@@ -45,28 +45,28 @@ HWY_NOINLINE OrpStatus copyBytes(Orp8u* dst, const Orp8u* src, size_t count) {
 template <class T>
 OrpStatus zero(T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pDst);
-  return zeroBytes(bytes(pDst), Size(len) * sizeof(T));
+  return ZeroBytes(bytes(pDst), toSize(len) * sizeof(T));
 }
 
 template <class T>
 OrpStatus set(T val, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pDst);
   using Bits = typename BitsOf<sizeof(T)>::Type;
-  return setBits(reinterpret_cast<Bits*>(pDst), Size(len), __builtin_bit_cast(Bits, val));
+  return SetBits(reinterpret_cast<Bits*>(pDst), toSize(len), __builtin_bit_cast(Bits, val));
 }
 
 template <class T>
 OrpStatus copy(const T* pSrc, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  return copyBytes(bytes(pDst), bytes(pSrc), Size(len) * sizeof(T));
+  return CopyBytes(bytes(pDst), bytes(pSrc), toSize(len) * sizeof(T));
 }
 
 template <class T>
 OrpStatus move(const T* pSrc, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  const size_t count = Size(len) * sizeof(T);
+  const size_t count = toSize(len) * sizeof(T);
   const auto ahead = reinterpret_cast<uintptr_t>(pDst) - reinterpret_cast<uintptr_t>(pSrc);  // wraps if it is behind
-  if (ahead == 0 || ahead >= count) return copyBytes(bytes(pDst), bytes(pSrc), count);
+  if (ahead == 0 || ahead >= count) return CopyBytes(bytes(pDst), bytes(pSrc), count);
   CopyBackward(bytes(pSrc), bytes(pDst), count);
   return StsOk;
 }

@@ -62,41 +62,41 @@ struct ToCartesian {
 OrpStatus phaseSfs(const Orp16s* pSrcRe, const Orp16s* pSrcIm, Orp16s* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrcRe, pSrcIm, pDst);
   const IntegerPhase op{scaleFactor, UnitOfScale(scaleFactor)};
-  Map(op, pDst, Size(len), Vector<Orp16s>{pSrcRe}, Vector<Orp16s>{pSrcIm});
+  Map(op, pDst, toSize(len), Vector<Orp16s>{pSrcRe}, Vector<Orp16s>{pSrcIm});
   return StsOk;
 }
 
 OrpStatus phaseSfs(const Orp16sc* pSrc, Orp16s* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  Map(IntegerPhase{scaleFactor, UnitOfScale(scaleFactor)}, pDst, Size(len), Planes<Orp16sc>{pSrc});
+  Map(IntegerPhase{scaleFactor, UnitOfScale(scaleFactor)}, pDst, toSize(len), Planes<Orp16sc>{pSrc});
   return StsOk;
 }
 
 template <class T>
 OrpStatus cartToPolar(const T* pSrcRe, const T* pSrcIm, T* pDstMagn, T* pDstPhase, int len) {
   ORPS_CHECK_VECTOR(len, pSrcRe, pSrcIm, pDstMagn, pDstPhase);
-  MapParts(ToPolar{}, IntoVectors<T>{pDstMagn, pDstPhase}, Size(len), Vector<T>{pSrcRe}, Vector<T>{pSrcIm});
+  MapParts(ToPolar{}, IntoVectors<T>{pDstMagn, pDstPhase}, toSize(len), Vector<T>{pSrcRe}, Vector<T>{pSrcIm});
   return StsOk;
 }
 
 template <class T, class D>
 OrpStatus cartToPolar(const T* pSrc, D* pDstMagn, D* pDstPhase, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDstMagn, pDstPhase);
-  MapParts(ToPolar{}, IntoVectors<D>{pDstMagn, pDstPhase}, Size(len), Planes<T>{pSrc});
+  MapParts(ToPolar{}, IntoVectors<D>{pDstMagn, pDstPhase}, toSize(len), Planes<T>{pSrc});
   return StsOk;
 }
 
 template <class T>
 OrpStatus polarToCart(const T* pSrcMagn, const T* pSrcPhase, T* pDstRe, T* pDstIm, int len) {
   ORPS_CHECK_VECTOR(len, pSrcMagn, pSrcPhase, pDstRe, pDstIm);
-  MapParts(ToCartesian{}, IntoVectors<T>{pDstRe, pDstIm}, Size(len), Vector<T>{pSrcMagn}, Vector<T>{pSrcPhase});
+  MapParts(ToCartesian{}, IntoVectors<T>{pDstRe, pDstIm}, toSize(len), Vector<T>{pSrcMagn}, Vector<T>{pSrcPhase});
   return StsOk;
 }
 
 template <class T, class D>
 OrpStatus polarToCart(const T* pSrcMagn, const T* pSrcPhase, D* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrcMagn, pSrcPhase, pDst);
-  MapParts(ToCartesian{}, IntoPairs<D>{pDst}, Size(len), Vector<T>{pSrcMagn}, Vector<T>{pSrcPhase});
+  MapParts(ToCartesian{}, IntoPairs<D>{pDst}, toSize(len), Vector<T>{pSrcMagn}, Vector<T>{pSrcPhase});
   return StsOk;
 }
 

@@ -137,20 +137,20 @@ OrpStatus squareInPlaceSfs(T* pSrcDst, int len, int scaleFactor) {
 template <class Op, class T, class D>
 OrpStatus accumulate(const T* pSrc1, const T* pSrc2, D* pSrcDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pSrcDst);
-  Map(Op{}, pSrcDst, Size(len), Vector<T>{pSrc1}, Vector<T>{pSrc2}, Vector<D>{pSrcDst});
+  Map(Op{}, pSrcDst, toSize(len), Vector<T>{pSrc1}, Vector<T>{pSrc2}, Vector<D>{pSrcDst});
   return StsOk;
 }
 
 template <class Op, class T, class D>
 OrpStatus accumulateSfs(const T* pSrc1, const T* pSrc2, D* pSrcDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pSrcDst);
-  return mapScaled<Op>(scaleFactor, pSrcDst, Size(len), Vector<T>{pSrc1}, Vector<T>{pSrc2}, Vector<D>{pSrcDst});
+  return MapScaled<Op>(scaleFactor, pSrcDst, toSize(len), Vector<T>{pSrc1}, Vector<T>{pSrc2}, Vector<D>{pSrcDst});
 }
 
 template <class Op, class T>
 OrpStatus accumulateConstant(const T* pSrc, T val, T* pSrcDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pSrcDst);
-  Map(Op{}, pSrcDst, Size(len), Vector<T>{pSrc}, Constant<T>{val}, Vector<T>{pSrcDst});
+  Map(Op{}, pSrcDst, toSize(len), Vector<T>{pSrc}, Constant<T>{val}, Vector<T>{pSrcDst});
   return StsOk;
 }
 
@@ -193,7 +193,7 @@ OrpStatus constantTo16s(const Orp32f* pSrc, Orp32f val, Orp16s* pDst, int len, i
   // Products lie between 2^-298 and 2^256 in magnitude: beyond +-400 every scale factor gives the same.
   const int scale = HWY_MIN(HWY_MAX(scaleFactor, -400), 400);
   const double unit = __builtin_ldexp(1.0, -scale);
-  Map(ExactProductTo16s{unit}, pDst, Size(len), Constant<Orp32f>{val}, Vector<Orp32f>{pSrc});
+  Map(ExactProductTo16s{unit}, pDst, toSize(len), Constant<Orp32f>{val}, Vector<Orp32f>{pSrc});
   return StsOk;
 }
 

@@ -43,7 +43,7 @@ HWY_INLINE hn::Vec<D> LoadFewAtEnd(D d, const Orp8u* p, size_t count) {
 }
 
 template <size_t size>
-HWY_NOINLINE OrpStatus flipBytes(const Orp8u* src, Orp8u* dst, size_t count) {
+HWY_NOINLINE OrpStatus FlipBytes(const Orp8u* src, Orp8u* dst, size_t count) {
   constexpr hn::ScalableTag<Orp8u> d;
   constexpr size_t kStep = HWY_MAX_BYTES;
   const auto reversed = [](auto v) HWY_ATTR { return ReverseElements<size>(hn::ScalableTag<Orp8u>{}, v); };
@@ -75,7 +75,7 @@ HWY_NOINLINE OrpStatus flipBytes(const Orp8u* src, Orp8u* dst, size_t count) {
 template <class T>
 OrpStatus flip(const T* pSrc, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  return flipBytes<sizeof(T)>(bytes(pSrc), bytes(pDst), Size(len) * sizeof(T));
+  return FlipBytes<sizeof(T)>(bytes(pSrc), bytes(pDst), toSize(len) * sizeof(T));
 }
 
 template <class T>
@@ -102,10 +102,10 @@ struct ReverseBytes {
 
 // Elements of 3 bytes, `step` at a time: planes of first, second and third bytes, written back in the other order.
 template <size_t step>
-void swapTriples(const Orp8u* src, Orp8u* dst, size_t len) {
+void SwapTriples(const Orp8u* src, Orp8u* dst, size_t len) {
   constexpr hn::FixedTag<Orp8u, step> d;
   if (len < step) {
-    if constexpr (step > 16) return swapTriples<step / 2>(src, dst, len);
+    if constexpr (step > 16) return SwapTriples<step / 2>(src, dst, len);
     for (size_t i = 0; i < 3 * len; i += 3) {
       const Orp8u first = src[i], third = src[i + 2];
       dst[i] = third;
@@ -130,9 +130,9 @@ template <class T>
 OrpStatus swapBytes(const T* pSrc, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   if constexpr (sizeof(T) == 3) {
-    swapTriples<HWY_MAX_BYTES>(bytes(pSrc), bytes(pDst), Size(len));
+    SwapTriples<HWY_MAX_BYTES>(bytes(pSrc), bytes(pDst), toSize(len));
   } else {
-    Map(ReverseBytes<sizeof(T)>{}, pDst, Size(len), Vector<T>{pSrc});
+    Map(ReverseBytes<sizeof(T)>{}, pDst, toSize(len), Vector<T>{pSrc});
   }
   return StsOk;
 }

@@ -1,5 +1,6 @@
 // Sqrt and Magnitude.
 #include "frame/entry.h"
+#include "frame/parallel.h"
 #include "orpsp/vector/complex.h"
 #include "orpsp/vector/elementary.h"
 #include "simd/targets.h"
@@ -77,7 +78,7 @@ struct LongRoot : Watch<double> {
 };
 
 template <class Op, class D, class S, class... Constants>
-HWY_NOINLINE bool mapRoot(D* dst, size_t len, S source, Constants... constants) {
+HWY_NOINLINE bool MapRoot(D* dst, size_t len, S source, Constants... constants) {
   const Op op{{}, constants...};
   Map(op, dst, len, source);
   return op.Found();
@@ -220,16 +221,16 @@ struct Magnitude32 {
 // ---- Forms
 
 template <class Op, class D, class... S>
-HWY_NOINLINE bool mapWithoutWarning(const Op& op, D* dst, size_t len, S... source) {
+HWY_NOINLINE bool MapWithoutWarning(const Op& op, D* dst, size_t len, S... source) {
   Map(op, dst, len, source...);
   return false;
 }
 
 // Map for a call that two threads may share from the length `from` on.
 template <int from, class Op, class D, class... S>
-OrpStatus mapInParts(const Op& op, D* dst, int len, S... source) {
+OrpStatus MapInParts(const Op& op, D* dst, int len, S... source) {
   inParts<from>(
-      len, [=](size_t i, size_t count) HWY_ATTR { return mapWithoutWarning(op, dst + i, count, source.From(i)...); });
+      len, [=](size_t i, size_t count) HWY_ATTR { return MapWithoutWarning(op, dst + i, count, source.From(i)...); });
   return StsOk;
 }
 
@@ -237,7 +238,7 @@ template <int from, class T>
 OrpStatus root(const T* pSrc, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   const bool negative = inParts<from>(
-      len, [=](size_t i, size_t count) HWY_ATTR { return mapRoot<Root<T>>(pDst + i, count, Vector<T>{pSrc + i}); });
+      len, [=](size_t i, size_t count) HWY_ATTR { return MapRoot<Root<T>>(pDst + i, count, Vector<T>{pSrc + i}); });
   return negative ? StsDomain : StsOk;
 }
 
@@ -253,13 +254,13 @@ OrpStatus rootSfs(const T* pSrc, D* pDst, int len, int scaleFactor) {
   const bool negative = inParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
     const Vector<T> source{pSrc + i};
     if constexpr (sizeof(T) == 8) {
-      return mapRoot<LongRoot>(pDst + i, count, source, scaleFactor, unit);
+      return MapRoot<LongRoot>(pDst + i, count, source, scaleFactor, unit);
     } else {
       if constexpr (sizeof(T) <= 2) {
         if (sizeof(T) == 1 || scaleFactor >= -1)
-          return mapRoot<IntegerRoot<float>>(pDst + i, count, source, static_cast<float>(unit));
+          return MapRoot<IntegerRoot<float>>(pDst + i, count, source, static_cast<float>(unit));
       }
-      return mapRoot<IntegerRoot<double>>(pDst + i, count, source, unit);
+      return MapRoot<IntegerRoot<double>>(pDst + i, count, source, unit);
     }
   });
   return negative ? StsDomain : StsOk;
@@ -275,7 +276,7 @@ OrpStatus longRootSfs(const Orp64s* pSrc, Orp64s* pDst, int len, int scaleFactor
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   if (scaleFactor >= 0) return rootSfs<kNever>(pSrc, pDst, len, scaleFactor);
   bool negative = false;
-  for (size_t i = 0; i < Size(len); ++i) {
+  for (size_t i = 0; i < toSize(len); ++i) {
     const Orp64s n = get(pSrc + i);
     negative |= n < 0;
     put(pDst + i, Orp64s{n < 0 ? 0 : roundedRoot(static_cast<uint64_t>(n), scaleFactor)});
@@ -306,7 +307,7 @@ template <int from>
 OrpStatus complexRootSfs(const Orp16sc* pSrc, Orp16sc* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   const ComplexIntegerRoot op{scaleFactor, UnitOfScale(scaleFactor)};
-  return mapInParts<from>(op, pDst, len, Vector<Orp16sc>{pSrc});
+  return MapInParts<from>(op, pDst, len, Vector<Orp16sc>{pSrc});
 }
 
 template <int from>
@@ -317,21 +318,21 @@ OrpStatus complexRootInPlaceSfs(Orp16sc* pSrcDst, int len, int scaleFactor) {
 template <class Op, int from, class T, class D>
 OrpStatus magnitude(const T* pSrcRe, const T* pSrcIm, D* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrcRe, pSrcIm, pDst);
-  return mapInParts<from>(Op{}, pDst, len, Vector<T>{pSrcRe}, Vector<T>{pSrcIm});
+  return MapInParts<from>(Op{}, pDst, len, Vector<T>{pSrcRe}, Vector<T>{pSrcIm});
 }
 
 template <class Op, int from, class T, class D>
 OrpStatus magnitude(const T* pSrc, D* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   using Source = std::conditional_t<isFloat<T>, Planes<T>, Vector<T>>;
-  return mapInParts<from>(Op{}, pDst, len, Source{pSrc});
+  return MapInParts<from>(Op{}, pDst, len, Source{pSrc});
 }
 
 template <int from>
 OrpStatus magnitudeSfs(const Orp16s* pSrcRe, const Orp16s* pSrcIm, Orp16s* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrcRe, pSrcIm, pDst);
   const Magnitude16 op{{UnitOfScale(scaleFactor)}};
-  return mapInParts<from>(op, pDst, len, Vector<Orp16s>{pSrcRe}, Vector<Orp16s>{pSrcIm});
+  return MapInParts<from>(op, pDst, len, Vector<Orp16s>{pSrcRe}, Vector<Orp16s>{pSrcIm});
 }
 
 template <int from, class T, class D>
@@ -339,9 +340,9 @@ OrpStatus magnitudeSfs(const T* pSrc, D* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   const double unit = UnitOfScale(scaleFactor);
   if constexpr (sizeof(T) == 4) {
-    return mapInParts<from>(Magnitude16{{unit}}, pDst, len, Vector<T>{pSrc});
+    return MapInParts<from>(Magnitude16{{unit}}, pDst, len, Vector<T>{pSrc});
   } else {
-    return mapInParts<from>(Magnitude32{scaleFactor, unit}, pDst, len, Vector<T>{pSrc});
+    return MapInParts<from>(Magnitude32{scaleFactor, unit}, pDst, len, Vector<T>{pSrc});
   }
 }
 

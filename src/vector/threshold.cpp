@@ -5,6 +5,7 @@
 #include "orpsp/vector/threshold.h"
 
 #include "frame/entry.h"
+#include "frame/parallel.h"
 #include "simd/targets.h"
 
 #undef HWY_TARGET_INCLUDE
@@ -429,7 +430,7 @@ using AbsAtMost = LimitAbs<Side::kAbove, T>;
 template <template <class> class Op, class T, class... Levels>
 HWY_NOINLINE OrpStatus threshold(const T* pSrc, T* pDst, int len, Levels... levels) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
-  Map(Op<T>(levels...), pDst, Size(len), Vector<T>{pSrc});
+  Map(Op<T>(levels...), pDst, toSize(len), Vector<T>{pSrc});
   return StsOk;
 }
 
@@ -454,7 +455,7 @@ OrpStatus byRelationInPlace(T* pSrcDst, int len, Lane<T> level, int relOp) {
 }
 
 template <class T>
-HWY_NOINLINE bool mapInverse(T* dst, size_t len, const T* src, Lane<T> level) {
+HWY_NOINLINE bool MapInverse(T* dst, size_t len, const T* src, Lane<T> level) {
   const Inverse<T> op{{}, level};
   Map(op, dst, len, Padded<T>{{src}, 1});
   return op.Found();
@@ -467,7 +468,7 @@ OrpStatus inverse(const T* pSrc, T* pDst, int len, Lane<T> level) {
   ORPS_RETURN_IF(level < 0, StsBadThreshold);
   if (!(level > 0)) level = 0;  // a NaN, or -0
   const bool zero =
-      inParts<from>(len, [=](size_t i, size_t count) HWY_ATTR { return mapInverse(pDst + i, count, pSrc + i, level); });
+      inParts<from>(len, [=](size_t i, size_t count) HWY_ATTR { return MapInverse(pDst + i, count, pSrc + i, level); });
   return zero ? StsDivByZero : StsOk;
 }
 
