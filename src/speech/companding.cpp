@@ -145,7 +145,7 @@ struct Differences {
   Bytes block[8];
 
   template <size_t count>
-  constexpr differences(const Run (&runs)[count], int origin) : block() {
+  constexpr Differences(const Run (&runs)[count], int origin) : block() {
     int i = 0;
     for (const Run& run : runs) {
       for (int number = run.first; number <= run.last; number += run.step)
