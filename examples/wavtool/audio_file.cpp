@@ -3,48 +3,11 @@
 #include <sndfile.h>
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <string_view>
 
 #include "failure.h"
 
 namespace wavtool {
-namespace fs = std::filesystem;
-
 namespace {
-
-uint32_t littleEndian(const char* bytes) {
-  uint32_t value = 0;
-  for (int i = 3; i >= 0; --i) value = value << 8 | static_cast<unsigned char>(bytes[i]);
-  return value;
-}
-
-// Whether this is a WAV file; it must be a whole one. libsndfile reads what there is of a file that was cut short, as
-// if it were the whole recording. So look first: a WAV file is "RIFF", a size, "WAVE", and chunks of a name, a size and
-// that many bytes; "data" holds the samples.
-bool isWholeWav(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::array<char, 12> head;
-  if (!file) throw Failure("cannot open " + path + ": " + std::strerror(errno));
-  if (fs::is_directory(path)) throw Failure("cannot open " + path + ": it is a folder");
-  const auto tagAt = [&head](size_t offset) { return std::string_view(head.data() + offset, 4); };
-  if (!file.read(head.data(), 12) || tagAt(0) != "RIFF" || tagAt(8) != "WAVE") return false;
-  const uint64_t size = fs::file_size(path);
-  for (uint64_t at = 12; file.seekg(static_cast<std::streamoff>(at)) && file.read(head.data(), 8);) {
-    const uint64_t length = littleEndian(head.data() + 4), end = at + 8 + length;
-    if (tagAt(0) == "data") {
-      if (end <= size) return true;
-      throw Failure(path + " is cut short: its header promises " + std::to_string(length) + " bytes of samples, " +
-                    std::to_string(size - at - 8) + " are there");
-    }
-    at = end + length % 2;
-  }
-  throw Failure(path + " is cut short: it ends before its samples begin");
-}
 
 std::string nameOfFormat(int format) {
   SF_FORMAT_INFO info{};
@@ -94,6 +57,12 @@ bool holdsWavSamples(SNDFILE* file, int format) {
          sf_command(file, SFC_RAW_DATA_NEEDS_ENDSWAP, nullptr, 0) == SF_FALSE;
 }
 
+std::string reasonNotToOpen() {
+  const std::string reason = sf_strerror(nullptr);
+  // What libsndfile says of a sample rate that is 0 or, as an int, negative.
+  return reason.find("SF_INFO") == std::string::npos ? reason : "its sample rate is 0 or too large";
+}
+
 SampleType decodedTo(SampleType type) { return isInteger(type) ? SampleType::k32s : type; }
 
 }  // namespace
@@ -115,10 +84,15 @@ SampleType parseSampleType(const std::string& word) {
 
 void CloseAudio::operator()(SNDFILE* file) const { sf_close(file); }
 
-AudioReader::AudioReader(const std::string& path) : path_(path), wav_(isWholeWav(path)) {
+AudioReader::AudioReader(const std::string& path) : path_(path), header_(readWavHeader(path)) {
   SF_INFO info{};
-  file_.reset(sf_open(path.c_str(), SFM_READ, &info));
-  if (!file_) throw Failure("cannot read " + path + ": " + sf_strerror(nullptr));
+  if (header_.sizeAt > 0) {
+    mended_ = std::make_unique<MendedFile>(path, header_);
+    file_.reset(mended_->open(&info));
+  } else {
+    file_.reset(sf_open(path.c_str(), SFM_READ, &info));
+  }
+  if (!file_) throw Failure("cannot read " + path + ": " + reasonNotToOpen());
   if (info.frames < 1) throw Failure(path + " holds no samples");
   nameOfSamples_ = nameOfFormat(info.format);
   type_ = typeOfFormat(info.format);
@@ -146,7 +120,8 @@ size_t AudioReader::read(void* samples, size_t frames) {
   return static_cast<size_t>(count);
 }
 
-AudioWriter::AudioWriter(const std::string& path, AudioFormat format, SampleType type) : file_(path), type_(type) {
+AudioWriter::AudioWriter(const std::string& path, AudioFormat format, SampleType type)
+    : file_(path, "WAV"), type_(type) {
   SF_INFO info{};
   info.samplerate = format.rate;
   info.channels = format.channels;

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "new_file.h"
+#include "wav_header.h"
 
 struct sf_private_tag;
 
@@ -39,7 +40,7 @@ class AudioReader {
   const std::string& path() const { return path_; }
   AudioFormat format() const { return format_; }
   int64_t frames() const { return frames_; }  // of the whole file
-  bool isWav() const { return wav_; }
+  bool isWav() const { return header_.isWav; }
   const std::string& nameOfSamples() const { return nameOfSamples_; }
 
   // Of the samples in the file; of compressed ones, the type that holds what they decode to.
@@ -54,10 +55,12 @@ class AudioReader {
 
  private:
   std::string path_, nameOfSamples_;
+  WavHeader header_;
+  std::unique_ptr<MendedFile> mended_;  // read by file_, if there is one
   AudioHandle file_;
   AudioFormat format_;
   SampleType type_, readsAs_;
-  bool wav_, asInFile_;
+  bool asInFile_;
   int64_t frames_ = 0, done_ = 0;
 };
 

@@ -3,6 +3,7 @@
 //
 // [G.711] ITU-T Recommendation G.711 (1988): Pulse code modulation (PCM) of voice frequencies.
 #include <CLI/App.hpp>
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -38,15 +39,16 @@ class Compander {
     WAVTOOL_FUNCTION(orpsALawToLin_8u16s);
     WAVTOOL_FUNCTION(orpsLinToMuLaw_16s8u);
     WAVTOOL_FUNCTION(orpsMuLawToLin_8u16s);
-    WAVTOOL_FUNCTION(orpsNorm_L2Sqr_16s64s_Sfs);
-    WAVTOOL_FUNCTION(orpsNormDiff_L2Sqr_16s64s_Sfs);
+    WAVTOOL_FUNCTION(orpsNorm_L2_64f);
+    WAVTOOL_FUNCTION(orpsNormDiff_L2_64f);
   } calls_;
   struct Energies {
-    int64_t signal = 0, noise = 0;
+    double signal = 0, noise = 0;
   };
   const Law law_;
   std::vector<Energies> energies_;  // of each channel
-  std::vector<Orp16s> linear_, decoded_, before_, after_;
+  std::vector<Orp16s> linear_, decoded_;
+  std::vector<double> result_, before_, after_;
   std::vector<Orp8u> codes_;
 };
 
@@ -55,6 +57,7 @@ void Compander::work(std::span<double> samples) {
   linear_.resize(samples.size());
   codes_.resize(samples.size());
   decoded_.resize(samples.size());
+  result_.resize(samples.size());
   calls_.orpsConvert_64f16s_Sfs(samples.data(), linear_.data(), len, OrpRoundNear, -15);
   if (law_ == Law::kA) {
     calls_.orpsLinToALaw_16s8u(linear_.data(), codes_.data(), len);
@@ -63,22 +66,23 @@ void Compander::work(std::span<double> samples) {
     calls_.orpsLinToMuLaw_16s8u(linear_.data(), codes_.data(), len);
     calls_.orpsMuLawToLin_8u16s(codes_.data(), decoded_.data(), len);
   }
-  calls_.orpsConvert_16s64f_Sfs(decoded_.data(), samples.data(), len, 15);
+  calls_.orpsConvert_16s64f_Sfs(decoded_.data(), result_.data(), len, 15);
 
   const size_t channels = energies_.size(), frames = samples.size() / channels;
   before_.resize(frames);
   after_.resize(frames);
   for (size_t channel = 0; channel < channels; ++channel) {
     for (size_t n = 0; n < frames; ++n) {
-      before_[n] = linear_[n * channels + channel];
-      after_[n] = decoded_[n * channels + channel];
+      before_[n] = samples[n * channels + channel];
+      after_[n] = result_[n * channels + channel];
     }
-    Orp64s signal, noise;
-    calls_.orpsNorm_L2Sqr_16s64s_Sfs(before_.data(), static_cast<int>(frames), &signal, 0);
-    calls_.orpsNormDiff_L2Sqr_16s64s_Sfs(before_.data(), after_.data(), static_cast<int>(frames), &noise, 0);
-    energies_[channel].signal += signal;
-    energies_[channel].noise += noise;
+    double signal, noise;
+    calls_.orpsNorm_L2_64f(before_.data(), static_cast<int>(frames), &signal);
+    calls_.orpsNormDiff_L2_64f(before_.data(), after_.data(), static_cast<int>(frames), &noise);
+    energies_[channel].signal += signal * signal;
+    energies_[channel].noise += noise * noise;
   }
+  std::copy(result_.begin(), result_.end(), samples.begin());
 }
 
 void Compander::report() const {
@@ -90,8 +94,7 @@ void Compander::report() const {
     else if (noise == 0)
       std::printf("nothing is lost\n");
     else
-      std::printf("signal-to-noise ratio %.2f dB\n",
-                  10 * std::log10(static_cast<double>(signal) / static_cast<double>(noise)));
+      std::printf("signal-to-noise ratio %.2f dB\n", 10 * std::log10(signal / noise));
   }
 }
 

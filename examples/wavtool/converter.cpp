@@ -71,9 +71,9 @@ void Converter::encode(std::span<const double> from, SampleType type, int roundi
 }
 
 int64_t clipped(std::span<const double> samples, SampleType type, int rounding) {
-  const double scale = isInteger(type) ? std::ldexp(1.0, 8 * bytesOf(type) - 1) : 1;
+  if (!isInteger(type)) return 0;
+  const double scale = std::ldexp(1.0, 8 * bytesOf(type) - 1);
   return std::count_if(samples.begin(), samples.end(), [=](double sample) {
-    if (!isInteger(type)) return std::isfinite(sample) && std::isinf(static_cast<float>(sample));
     const double value = rounded(sample * scale, rounding);
     return value < -scale || value > scale - 1;
   });

@@ -47,7 +47,7 @@ class Converter {
   std::vector<Orp32s> wide_;
 };
 
-// How many samples are beyond what the type holds, after rounding. Of floats these are infinities.
+// How many samples are beyond what the type holds, after rounding: of finite ones, none in floats.
 int64_t clipped(std::span<const double> samples, SampleType type, int rounding);
 
 }  // namespace wavtool

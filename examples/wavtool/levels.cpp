@@ -7,10 +7,6 @@
 namespace wavtool {
 
 void Level::addOne(double sample) {
-  if (std::isnan(sample)) {
-    ++notNumbers_;
-    return;
-  }
   peak_ = std::max(peak_, std::abs(sample));
   squares_ += sample * sample;
   ++count_;

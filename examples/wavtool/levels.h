@@ -12,9 +12,6 @@ class Level {
   void add(std::span<const int16_t> samples);
   void add(std::span<const double> samples);  // of full scale 1
 
-  // How many samples were not a number. They count for nothing else.
-  int64_t notNumbers() const { return notNumbers_; }
-
   // "peak -3.1 dBFS, RMS -20.4 dBFS"; 0 dBFS is the amplitude 1 (32768 of 16-bit samples), for both.
   std::string text() const;
 
@@ -23,7 +20,7 @@ class Level {
 
   double peak_ = 0;
   double squares_ = 0;  // their sum
-  int64_t count_ = 0, notNumbers_ = 0;
+  int64_t count_ = 0;
 };
 
 }  // namespace wavtool

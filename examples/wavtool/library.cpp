@@ -7,6 +7,7 @@
 #include <windows.h>
 #else
 #include <dlfcn.h>
+#include <link.h>
 #endif
 
 namespace wavtool {
@@ -18,9 +19,10 @@ namespace {
 
 constexpr char kCoreName[] = "orpcore.dll", kSignalName[] = "orpsp.dll";
 
-fs::path fileOfModule(HMODULE module) {
+fs::path fileOfModule(void* module) {
   wchar_t name[32768];
-  return fs::path(name, name + GetModuleFileNameW(module, name, static_cast<DWORD>(std::size(name))));
+  return fs::path(name,
+                  name + GetModuleFileNameW(static_cast<HMODULE>(module), name, static_cast<DWORD>(std::size(name))));
 }
 
 fs::path programFolder() { return fileOfModule(nullptr).parent_path(); }
@@ -44,6 +46,11 @@ fs::path programFolder() {
   return fs::read_symlink("/proc/self/exe", ignored).parent_path();
 }
 
+fs::path fileOfModule(void* module) {
+  link_map* map = nullptr;
+  return dlinfo(module, RTLD_DI_LINKMAP, &map) == 0 ? map->l_name : "";
+}
+
 void* openFile(const fs::path& file) { return dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL); }
 
 std::string lastError() {
@@ -57,46 +64,40 @@ void* symbol(void* module, const char* name) { return dlsym(module, name); }
 
 }  // namespace
 
-void* Library::openModule(const fs::path& file) {
-  void* const module = openFile(file);
-  if (!module) reason_ = lastError();
-  return module;
-}
-
-// Opens both modules from `folder`, or by name alone if it is empty.
-bool Library::openIn(const fs::path& folder) {
-  core_ = openModule(folder / kCoreName);
-  if (core_) signal_ = openModule(folder / kSignalName);
-  return core_ && signal_;
+// Why orpSP could not be opened from `file`, or from where the system looks if that is a name alone; "" if it was.
+std::string Library::open(const fs::path& file) {
+  core_ = openFile(file.parent_path() / kCoreName);  // first: orpSP needs it and may look elsewhere
+  signal_ = openFile(file);
+  if (!signal_) return lastError();
+  if (!symbol(signal_, "orpsGetLibVersion")) return "it is not orpSP";
+  if (!core_) core_ = openFile(kCoreName);  // which came with orpSP from elsewhere
+  return core_ ? "" : lastError();
 }
 
 Library::Library(const std::string& path) {
   const char* fromEnvironment = std::getenv("ORPSP_LIBRARY");
-  const fs::path wanted = !path.empty() ? path : fromEnvironment ? fromEnvironment : "";
-  std::error_code ignored;
-  if (!wanted.empty()) {
-    const fs::path place = fs::absolute(wanted);
-    if (!fs::exists(place, ignored)) throw Failure("cannot open the library " + wanted.string() + ": no such file");
-    if (fs::is_directory(place, ignored)) {
-      if (openIn(place)) return;
-    } else {
-      core_ = openModule(place.parent_path() / kCoreName);
-      if (!core_) core_ = openModule(kCoreName);
-      if (core_) signal_ = openModule(place);
-      if (signal_) return;
-    }
-    throw Failure("cannot open the library " + wanted.string() + ": " + reason_);
-  }
+  const std::string wanted = !path.empty() ? path : fromEnvironment ? fromEnvironment : "";
   const fs::path here = programFolder();
-  for (const fs::path& folder : {here, here.parent_path() / "lib"}) {
-    if (!fs::exists(folder / kSignalName, ignored)) continue;
-    if (openIn(folder)) return;
-    throw Failure("cannot open the library " + (folder / kSignalName).string() + ": " + reason_);
+  std::error_code ignored;
+  fs::path file;
+  if (!wanted.empty()) {
+    file = fs::absolute(wanted);
+    if (fs::is_directory(file, ignored)) file /= kSignalName;
+    if (!fs::exists(file, ignored)) throw Failure("cannot open the library " + file.string() + ": no such file");
+  } else if (fs::exists(here / kSignalName, ignored)) {
+    file = here / kSignalName;
+  } else if (fs::exists(here.parent_path() / "lib" / kSignalName, ignored)) {
+    file = here.parent_path() / "lib" / kSignalName;
   }
-  if (openIn({})) return;
-  throw Failure(std::string("no library ") + kSignalName +
-                " beside the program, in ../lib or where the system looks (" + reason_ +
-                "); --library PATH or ORPSP_LIBRARY says where it is");
+  if (file.empty()) {
+    if (const std::string reason = open(kSignalName); !reason.empty())
+      throw Failure(std::string("no library ") + kSignalName +
+                    " beside the program, in ../lib or where the system looks (" + reason +
+                    "); --library PATH or ORPSP_LIBRARY says where it is");
+  } else if (std::string reason = open(file); !reason.empty()) {
+    const std::string name = file.string() + ": ";
+    throw Failure("cannot open the library " + name + (reason.starts_with(name) ? reason.substr(name.size()) : reason));
+  }
 }
 
 void* Library::find(const std::string& name) const {
@@ -105,14 +106,6 @@ void* Library::find(const std::string& name) const {
   return address;
 }
 
-fs::path Library::file() const {
-#if defined(_WIN32)
-  return fileOfModule(static_cast<HMODULE>(signal_));
-#else
-  Dl_info info;
-  void* const any = dlsym(signal_, "orpsGetLibVersion");
-  return any && dladdr(any, &info) ? fs::path(info.dli_fname) : fs::path(kSignalName);
-#endif
-}
+fs::path Library::file() const { return fileOfModule(signal_); }
 
 }  // namespace wavtool

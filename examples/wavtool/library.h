@@ -24,11 +24,9 @@ class Library {
   std::filesystem::path file() const;
 
  private:
-  bool openIn(const std::filesystem::path& folder);
-  void* openModule(const std::filesystem::path& file);
+  std::string open(const std::filesystem::path& file);
 
   void *core_ = nullptr, *signal_ = nullptr;
-  std::string reason_;  // why the system refused the last module
 };
 
 // A function of the library. Calls that answer an OrpStatus throw a Failure on an error.

@@ -7,6 +7,7 @@
 #include <numbers>
 
 #include "converter.h"
+#include "not_finite.h"
 
 namespace wavtool {
 namespace {
@@ -60,26 +61,23 @@ int64_t forEachFrame(const Library& library, AudioReader& input, size_t length, 
   std::vector<std::byte> read(length * channels * static_cast<size_t>(bytesOf(input.readsAs())));
   std::vector<double> block(length * channels);
   std::vector<std::vector<double>> samples(channels, std::vector<double>(length));
-  int64_t bad = 0;
+  int64_t notFinite = 0;
   for (size_t frame = 0, begin = 0, end = 0; frame < frames; ++frame) {
     if (frame > 0) begin = frame * rest / (frames - 1);
     const size_t fresh = begin + length - end;
     end += fresh;
     input.read(read.data(), fresh);
-    converter.decode(input.readsAs(), read.data(), std::span(block).first(fresh * channels));
+    const auto decoded = std::span(block).first(fresh * channels);
+    converter.decode(input.readsAs(), read.data(), decoded);
+    notFinite += zeroNotFinite(decoded);
     for (size_t channel = 0; channel < channels; ++channel) {
       std::vector<double>& own = samples[channel];
       std::copy(own.begin() + static_cast<std::ptrdiff_t>(fresh), own.end(), own.begin());
-      for (size_t n = 0; n < fresh; ++n) {
-        const double sample = block[n * channels + channel];
-        const bool good = std::isfinite(static_cast<float>(sample));
-        bad += !good;
-        own[length - fresh + n] = good ? sample : 0;
-      }
+      for (size_t n = 0; n < fresh; ++n) own[length - fresh + n] = decoded[n * channels + channel];
       work(frame, channel, own);
     }
   }
-  return bad;
+  return notFinite;
 }
 
 }  // namespace wavtool

@@ -32,6 +32,7 @@ class PowerSpectrum {
   // Sums over `frames` frames to the levels of their means, in dB below a sine of amplitude 1; kFloor if there is less.
   void toDecibels(std::span<double> sums, size_t frames) const;
   static constexpr double kFloor = -200;
+  static bool isSilence(double level) { return level < kFloor + 1; }
 
  private:
   struct Calls {
@@ -59,8 +60,7 @@ class PowerSpectrum {
 size_t framesIn(const AudioReader& input, size_t length, size_t least = 1);
 
 // Calls `work` with the samples of one channel in one frame: for every frame, for every channel of it. The first frame
-// begins and the last one ends with the recording, so that none is lost. Returns how many samples were not a number or
-// beyond single precision; they count as zeros.
+// begins and the last one ends with the recording, so that none is lost. Returns how many samples were not finite.
 using FrameWork = std::function<void(size_t frame, size_t channel, std::span<const double> samples)>;
 int64_t forEachFrame(const Library& library, AudioReader& input, size_t length, size_t frames, const FrameWork& work);
 

@@ -18,6 +18,7 @@
 #include "commands.h"
 #include "library.h"
 #include "new_file.h"
+#include "not_finite.h"
 #include "power_spectrum.h"
 #include "spectrum_plot.h"
 #include "stopwatch.h"
@@ -42,7 +43,7 @@ struct Averages {
   size_t frameLength, frames;
   double bin;          // distance of two levels in Hz
   double independent;  // distance of two independent levels in Hz
-  int64_t bad;
+  int64_t notFinite;
 };
 
 // The mean of overlapping frames' power spectra [Welch 1967].
@@ -52,7 +53,7 @@ Averages averagesOf(const Library& library, const Window& window, const std::str
   PowerSpectrum spectrum(library, window, frameLength(input, kSpectrumSeconds));
   const size_t length = spectrum.frameLength(), frames = framesIn(input, length);
   std::vector<Levels> channels(static_cast<size_t>(input.format().channels), Levels(spectrum.bins()));
-  const int64_t bad = forEachFrame(library, input, length, frames, [&](size_t, size_t channel, auto samples) {
+  const int64_t notFinite = forEachFrame(library, input, length, frames, [&](size_t, size_t channel, auto samples) {
     working.start();
     spectrum.add(samples, channels[channel]);
     working.stop();
@@ -63,7 +64,7 @@ Averages averagesOf(const Library& library, const Window& window, const std::str
           frames,
           rate / static_cast<double>(spectrum.transformLength()),
           rate / static_cast<double>(length),
-          bad};
+          notFinite};
 }
 
 // The same of equal parts of the recording, all channels together.
@@ -132,7 +133,7 @@ void printTones(const Averages& averages, const Window& window) {
   const int digits = std::max(1, static_cast<int>(std::ceil(-std::log10(averages.independent / 10))));
   for (size_t channel = 0; channel < averages.channels.size(); ++channel) {
     const Levels& levels = averages.channels[channel];
-    const bool silent = *std::max_element(levels.begin(), levels.end()) <= PowerSpectrum::kFloor + 1;
+    const bool silent = PowerSpectrum::isSilence(*std::max_element(levels.begin(), levels.end()));
     const auto tones = silent ? std::vector<Tone>{} : tonesOf(averages, window, levels);
     std::printf("channel %zu: %s\n", channel + 1,
                 silent          ? "silent"
@@ -159,6 +160,7 @@ void spectrum(const Options& options, const Arguments& arguments) {
   const Window& window = parseWindow(arguments.window);
   std::error_code ignored;
   if (fs::equivalent(path, output, ignored)) throw Failure("cannot write " + output + ": it is the recording itself");
+  NewFile file(output, "SVG");
   const Library library(options.library);
   const AudioReader input(path);
   const AudioFormat format = input.format();
@@ -176,7 +178,8 @@ void spectrum(const Options& options, const Arguments& arguments) {
   plot.seconds = seconds;
   plot.channels = averages.channels;
   plot.moments = momentsOf(library, window, path, working);
-  writeTextFile(output, svgOf(plot));
+  file.write(svgOf(plot));
+  file.finish();
   whole.stop();
 
   std::printf("%s: %.2f s, %d channel(s), %d Hz, %s\n", path.c_str(), seconds, format.channels, format.rate,
@@ -185,8 +188,7 @@ void spectrum(const Options& options, const Arguments& arguments) {
               duration.c_str(), window.name, averages.frames > 1 ? ", overlapping by half" : "");
   // The width of a tone 6 dB below its peak [Harris 1978].
   std::printf("resolution: %.3g Hz, a level every %.3g Hz\n", window.width * averages.independent, averages.bin);
-  if (averages.bad > 0)
-    std::printf("no numbers: %lld samples, counted as zeros\n", static_cast<long long>(averages.bad));
+  printNotFinite(averages.notFinite);
   printTones(averages, window);
   std::printf("speed: analysed in %.3f ms, %.0f times real time; %.3f ms with reading and drawing\n",
               1e3 * working.seconds(), seconds / working.seconds(), 1e3 * whole.seconds());

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstdio>
 
+#include "power_spectrum.h"
+
 namespace wavtool {
 namespace {
 
@@ -139,16 +141,23 @@ std::pair<double, double> extent(const std::vector<Levels>& rows) {
   return {least, most};
 }
 
+// Upper end of a scale for levels up to `most`. Silence has full scale there, so that it lies at the lower end.
+double topOf(double most, double above) {
+  return PowerSpectrum::isSilence(most) ? 0 : 10 * std::ceil((most + above) / 10);
+}
+
+// In the margin on the right.
 std::string legend(size_t channels) {
   const size_t shown = std::min(channels, std::size(kInks));
-  const int y = kSpectrum.top - 10, step = 42, rest = channels > shown ? 74 : 0;
-  int x = kSpectrum.right() - step * static_cast<int>(shown) - rest;
-  std::string svg = text(x - 8, y, "channel", kRight);
-  for (size_t channel = 0; channel < shown; ++channel, x += step) {
+  const int x = kSpectrum.right() + 10, step = 20;
+  int y = kSpectrum.top + 12;
+  std::string svg = text(x, y, "channel");
+  for (size_t channel = 0; channel < shown; ++channel) {
+    y += step;
     svg += format("<path d=\"M%d %dh18\" stroke=\"%s\" stroke-width=\"3\"/>\n", x, y - 4, kInks[channel]);
     svg += text(x + 23, y, format("%zu", channel + 1));
   }
-  if (rest > 0) svg += text(x, y, format("and %zu more", channels - shown));
+  if (channels > shown) svg += text(x, y + step, format("%zu more", channels - shown));
   return svg;
 }
 
@@ -157,7 +166,7 @@ std::string drawSpectrum(const SpectrumPlot& plot, const FrequencyAxis& axis) {
   std::vector<Levels> curves;
   for (const Levels& levels : plot.channels) curves.push_back(axis.resample(levels, box.width));
   const auto [least, most] = extent(curves);
-  const double top = 10 * std::ceil((most + 2) / 10);
+  const double top = topOf(most, 2);
   const Range range{std::clamp(10 * std::floor(least / 10), top - 120, top - 60), top};
   const auto yOf = [&](double level) { return box.bottom() - box.height * range.partOf(level); };
 
@@ -253,7 +262,7 @@ std::string drawSpectrogram(const SpectrumPlot& plot, const FrequencyAxis& axis)
   constexpr Box box = kSpectrogram;
   std::vector<Levels> columns;
   for (const Levels& levels : plot.moments) columns.push_back(axis.resample(levels, box.height / kCell));
-  const double top = 10 * std::ceil(extent(columns).second / 10);
+  const double top = topOf(extent(columns).second, 0);
   const Range range{top - 80, top};
   std::string svg = text(box.left, box.top - 10, plot.spectrogramTitle, " class=\"heading\"");
   svg += drawCells(columns, range) + drawShades(range) + drawTimes(plot.seconds);

@@ -15,6 +15,7 @@
 #include "commands.h"
 #include "converter.h"
 #include "library.h"
+#include "not_finite.h"
 #include "stopwatch.h"
 
 namespace wavtool {
@@ -52,7 +53,7 @@ class Channel {
 
   int framesOfStep() const { return rate_ / steps_; }
 
-  // Whole steps, except at the end of the recording. Changes the samples that are no good.
+  // Whole steps, except at the end of the recording. Changes the samples that are not finite.
   void add(const Calls& calls, std::vector<double>& samples);
 
   void print(const Calls& calls) const;
@@ -63,7 +64,7 @@ class Channel {
   void printHistogram() const;
 
   const int rate_, steps_;
-  int64_t count_ = 0, bad_ = 0, crossings_ = 0, peakAt_ = 0;
+  int64_t count_ = 0, notFinite_ = 0, crossings_ = 0, peakAt_ = 0;
   double peak_ = 0, sum_ = 0, energy_ = 0;
   std::vector<double> energies_;  // of the steps
   std::array<int64_t, kLevels> negative_{}, positive_{};
@@ -72,11 +73,9 @@ class Channel {
 };
 
 void Channel::add(const Calls& calls, std::vector<double>& samples) {
-  for (double& sample : samples) {
-    const auto single = static_cast<float>(sample);
-    bad_ += !std::isfinite(single);
-    if (!std::isfinite(single) || single == 0) sample = 0;  // -0 as well, which is no change of sign
-  }
+  notFinite_ += zeroNotFinite(samples);
+  for (double& sample : samples)
+    if (static_cast<float>(sample) == 0) sample = 0;  // -0 as well, which is no change of sign
   const int len = static_cast<int>(samples.size());
 
   double least, most, value;
@@ -125,7 +124,8 @@ double decibels(double amplitude) { return 20 * std::log10(amplitude); }
 
 void Channel::print(const Calls& calls) const {
   const auto count = static_cast<double>(count_);
-  if (bad_ > 0) std::printf("  no numbers      %8lld samples, counted as zeros\n", static_cast<long long>(bad_));
+  if (notFinite_ > 0)
+    std::printf("  not finite      %8lld samples, taken as zeros\n", static_cast<long long>(notFinite_));
   if (peak_ == 0) {
     std::printf("  silent\n");
     return;
@@ -214,7 +214,7 @@ void stats(const Options& options, const std::string& path) {
 
   constexpr size_t kBlockFrames = 4096;
   const auto step = static_cast<size_t>(results[0].framesOfStep());
-  const size_t frames = (kBlockFrames + step - 1) / step * step;
+  const size_t frames = std::min((kBlockFrames + step - 1) / step * step, static_cast<size_t>(input.frames()));
   Converter converter(library, frames * channels);
   std::vector<std::byte> read(frames * channels * static_cast<size_t>(bytesOf(input.readsAs())));
   std::vector<double> block(frames * channels), samples;

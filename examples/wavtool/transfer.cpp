@@ -6,6 +6,7 @@
 
 #include "converter.h"
 #include "levels.h"
+#include "not_finite.h"
 
 namespace wavtool {
 namespace {
@@ -28,13 +29,14 @@ void transfer(const Library& library, AudioReader& input, const std::string& out
   std::vector<std::byte> written(capacity * static_cast<size_t>(bytesOf(job.type)));
   std::vector<double> block(capacity);
   Level before, after;
-  int64_t total = 0, counted = 0;
+  int64_t total = 0, counted = 0, notFinite = 0;
   Stopwatch working;
   while (const size_t count = input.read(read.data(), kBlockFrames) * channels) {
     const auto samples = std::span(block).first(count);
     working.start();
     converter.decode(input.readsAs(), read.data(), samples);
     working.stop();
+    notFinite += zeroNotFinite(samples);
     before.add(samples);
     counted += job.count(samples);
     working.start();
@@ -55,9 +57,7 @@ void transfer(const Library& library, AudioReader& input, const std::string& out
   std::printf("%s: %s, %s\n", output.c_str(), nameOf(job.type).c_str(), after.text().c_str());
   std::printf("%s: %lld of %lld samples%s\n", job.counted.c_str(), printable(counted), printable(total),
               job.remark.c_str());
-  if (before.notNumbers() > 0)
-    std::printf("not a number: %lld samples before, %lld after\n", printable(before.notNumbers()),
-                printable(after.notNumbers()));
+  printNotFinite(notFinite);
   if (job.report) job.report();
   printSpeed(job.done.c_str(), length, working, whole);
 }

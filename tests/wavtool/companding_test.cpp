@@ -15,7 +15,7 @@ Outcome compand(const std::string& law, const std::string& input, const std::str
   return outcome;
 }
 
-double ratio(const std::vector<int16_t>& before, const std::vector<int16_t>& after, size_t channel, size_t channels) {
+double ratio(const auto& before, const std::vector<int16_t>& after, size_t channel, size_t channels) {
   double signal = 0, noise = 0;
   for (size_t i = channel; i < before.size(); i += channels) {
     signal += std::pow(before[i], 2);
@@ -89,13 +89,13 @@ TEST(Companding, RoundsOtherSamplesTo16Bits) {
   const Folder folder;
   saveSound(folder / "float.wav",
             {SF_FORMAT_WAV | SF_FORMAT_FLOAT, 8000, 1, bytesOf<float>({999.5F / 32768, 1000.4F / 32768, 2, NAN})});
-  save(folder / "16.wav", {8000, 1, {1000, 1000, 32767, 0}});
   const Outcome rounded = compand("mulaw", folder / "float.wav", folder / "out.wav");
   expectLine(rounded, "clipped: 1 of 4 samples\n");
-  expectLine(rounded, "not a number: 1 samples before, 0 after\n");
+  expectLine(rounded, "not finite: 1 samples, taken as zeros\n");
   const auto samples = load(folder / "out.wav").samples;
   EXPECT_EQ(samples, (std::vector<int16_t>{988, 988, 32124, 0}));
-  expectLine(rounded, ratioLine(0, ratio(load(folder / "16.wav").samples, samples, 0, 1)));
+  // Rounding and clipping are noise, too.
+  expectLine(rounded, ratioLine(0, ratio(std::vector{999.5, 1000.4, 65536.0, 0.0}, samples, 0, 1)));
 }
 
 TEST(Companding, RefusesInOneLineAndLeavesNothingBehind) {
@@ -107,8 +107,7 @@ TEST(Companding, RefusesInOneLineAndLeavesNothingBehind) {
     expectRefusal(wavtool({law, folder / "absent.wav", folder / "out.wav"}), "No such file");
     expectRefusal(wavtool({law, folder / "empty.wav", folder / "out.wav"}), "holds no samples");
     expectRefusal(wavtool({law, folder / "good.wav"}), "OUT.wav is required");
-    expectRefusal(wavtool({law, folder / "good.wav", folder / "out.wav"}, "ulimit -f 8; trap '' XFSZ; "),
-                  "cannot write");
+    expectRefusal(wavtool({law, folder / "good.wav", folder / "out.wav"}, "ulimit -f 8; "), "cannot write");
   }
   EXPECT_EQ(folder.names(), names);
 }

@@ -30,13 +30,10 @@ void expectLimited(int format, int bits, const std::vector<int32_t>& samples, do
     limited += std::abs(int64_t{sample}) > level;
     if (std::abs(int64_t{sample}) > level) sample = static_cast<int32_t>(sample < 0 ? -level : level);
   }
-  for (const char* width : kWidths) {
-    SCOPED_TRACE(width);
-    const Outcome outcome = limit(folder, std::to_string(decibels), width);
-    EXPECT_EQ(loadSamples(folder / "out.wav"), expected);
-    expectLine(outcome,
-               "limited: " + std::to_string(limited) + " of " + std::to_string(samples.size()) + " samples, to ");
-  }
+  const Outcome outcome = limit(folder, std::to_string(decibels), kWidths[bits / 8 % 3]);
+  EXPECT_EQ(loadSamples(folder / "out.wav"), expected);
+  expectLine(outcome,
+             "limited: " + std::to_string(limited) + " of " + std::to_string(samples.size()) + " samples, to ");
 }
 
 TEST(Limit, IsExactInEveryIntegerFormat) {
@@ -66,9 +63,8 @@ void expectLimitedFloats(int format) {
   const Outcome outcome = limit(folder, "-5dB");
   const Sound written = loadSound(folder / "out.wav");
   EXPECT_EQ(written.format, format);
-  EXPECT_EQ(written.bytes,
-            bytesOf<T>({0, T{-0.25}, within, -within, within, -within, within, -within, within, T(1e-30)}));
-  expectLine(outcome, "limited: 5 of 10 samples, to -5.0 dBFS\n");
+  EXPECT_EQ(written.bytes, bytesOf<T>({0, T{-0.25}, within, -within, within, -within, within, -within, 0, T(1e-30)}));
+  expectLine(outcome, "limited: 4 of 10 samples, to -5.0 dBFS\nnot finite: 1 samples, taken as zeros\n");
 }
 
 TEST(Limit, StaysWithinTheLevelInFloats) {

@@ -157,12 +157,12 @@ TEST(Stats, SaysWhatIsSilentOrNoNumber) {
   constexpr int kFloat = SF_FORMAT_WAV | SF_FORMAT_FLOAT, kDouble = SF_FORMAT_WAV | SF_FORMAT_DOUBLE;
   saveSound(folder / "in.wav", {kFloat, 8000, 1, bytesOf<float>({NAN, 4, INFINITY, -0.0F, 0, -0.0F, 1e-45F})});
   const std::string some = channelOf(stats(folder / "in.wav"), 0);
-  expectIn(some, "  no numbers             2 samples, counted as zeros\n");
+  expectIn(some, "  not finite             2 samples, taken as zeros\n");
   expectIn(some, "  peak               12.04 dBFS at 0.000125 s (sample 1)\n");
   expectIn(some, "  zero crossings         0, ");  // -0 is no change of sign
   expectIn(some, "\n  above 0 ");
   saveSound(folder / "in.wav", {kDouble, 8000, 1, bytesOf<double>({1e300, -1e-300, 0, -NAN})});
-  expectIn(channelOf(stats(folder / "in.wav"), 0), "  no numbers             2 samples, counted as zeros\n  silent");
+  expectIn(channelOf(stats(folder / "in.wav"), 0), "  not finite             2 samples, taken as zeros\n  silent");
 }
 
 TEST(Stats, RefusesInOneLine) {

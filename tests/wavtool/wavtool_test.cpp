@@ -1,6 +1,9 @@
 // wavtool as its users see it: a command line, files, what it prints and its exit status.
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <sndfile.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
@@ -182,10 +185,29 @@ TEST(Mix, KeepsAnExistingFileWhenItFails) {
   save(folder / "out.wav", {48000, 1, {42}});
   save(folder / "good.wav", {48000, 1, std::vector<int16_t>(100000, 1)});
   // No file may grow beyond 8 blocks (of 512 or 1024 bytes): the disk is full while the mix is being written.
-  const Outcome outcome = wavtool({"mix", folder / "out.wav", folder / "good.wav", "1"}, "ulimit -f 8; trap '' XFSZ; ");
+  const Outcome outcome = wavtool({"mix", folder / "out.wav", folder / "good.wav", "1"}, "ulimit -f 8; ");
   expectRefusal(outcome, "cannot write");
   EXPECT_EQ(load(folder / "out.wav").samples, std::vector<int16_t>{42});
   EXPECT_EQ(folder.names(), (Words{"good.wav", "out.wav"}));
+}
+
+TEST(Generate, LeavesNothingBehindWhenASignalEndsIt) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    const Folder folder;
+    const std::string output = folder / "out.wav";
+    const pid_t child = fork();
+    if (child == 0) {
+      ::signal(signal, SIG_DFL);  // it may be ignored here
+      execl(WAVTOOL, WAVTOOL, "tone", output.c_str(), "--frequency", "440", "--seconds", "40000", nullptr);
+      _exit(127);
+    }
+    int status = 0;
+    while (folder.names().empty() && waitpid(child, &status, WNOHANG) == 0) usleep(100);
+    kill(child, signal);
+    waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << status;
+    EXPECT_EQ(folder.names(), Words{});
+  }
 }
 
 TEST(Info, FollowsTheLimitsOfTheCoreLibrary) {
@@ -194,12 +216,17 @@ TEST(Info, FollowsTheLimitsOfTheCoreLibrary) {
   for (const char* text : {"name          orpSP SSSE3 (u8)\n", "variant       u8\n", "width  128 bits\n",
                            "SSSE3 (0x10)\n", "threads       3\n", "7.1.0 (r36264)"})
     EXPECT_NE(outcome.out.find(text), std::string::npos) << "expected " << text << "\n" << outcome.out;
+  EXPECT_EQ(wavtool({"--version"}, "ORPSP_LIBRARY=absent").out, "wavtool 7.1.0\n");
 }
 
 TEST(Library, IsLookedForWhereTheUserSays) {
   const Folder folder;
   expectRefusal(wavtool({"info", "--library", folder / "absent.so"}), "absent.so: no such file");
   expectRefusal(wavtool({"info"}, "ORPSP_LIBRARY=" + (folder / "absent.so")), "absent.so: no such file");
+  expectRefusal(wavtool({"info", "--library", folder / "."}), "liborpsp.so.7: no such file");
+  save(folder / "in.wav", {48000, 1, {1}});
+  expectRefusal(wavtool({"info", "--library", folder / "in.wav"}), folder / "in.wav: file too short");
+  expectRefusal(wavtool({"info", "--library", CORE_LIBRARY}), "liborpcore.so.7.1.0: it is not orpSP");
 
   // A copy of the program in a folder of its own, with nothing beside it.
   std::filesystem::create_directory(folder / "bin");
@@ -215,7 +242,6 @@ TEST(Library, IsLookedForWhereTheUserSays) {
   std::filesystem::create_symlink(CORE_LIBRARY, folder / "bin/liborpcore.so.7");
   std::filesystem::create_symlink(POOR_LIBRARY, folder / "bin/liborpsp.so.7");
   EXPECT_NE(run(folder / "bin/wavtool", {"info"}).out.find("name          poor\n"), std::string::npos);
-  save(folder / "in.wav", {48000, 1, {1}});
   expectRefusal(run(folder / "bin/wavtool", {"mix", folder / "out.wav", folder / "in.wav", "1"}),
                 "has no function orps");
   EXPECT_EQ(folder.names(), (Words{"bin", "in.wav"}));
