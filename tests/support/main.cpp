@@ -1,7 +1,7 @@
 // main() of every test program: proves first that the processor variant and vector width asked for are those that run.
 //
-// ORPSP_EXPECT_VARIANT ("u8", "n8") and ORPSP_EXPECT_BITS (128, 256, 512) name them; ctest sets both, together with
-// ORPCORE_CPU_FEATURES. Without them the program runs with whatever the library chose.
+// ORPSP_EXPECT_VARIANT ("u8", "n8") and ORPSP_EXPECT_BITS (128, 256, 512) name them; ctest sets one or both, together
+// with ORPCORE_CPU_FEATURES. Without them the program runs with whatever the library chose.
 #include <cpuid.h>
 #include <gtest/gtest.h>
 
@@ -44,6 +44,7 @@ int main(int argc, char** argv) {
   const std::string wantedVariant = environment("ORPSP_EXPECT_VARIANT"), wantedBits = environment("ORPSP_EXPECT_BITS");
   std::printf("variant %s, %s-bit vectors, seed 0x%llx\n", variant.c_str(), bits.c_str(),
               static_cast<unsigned long long>(orptest::kSeed));
+  std::fflush(stdout);  // what stays silent for long under wine is started again
   if (!processorCan(wantedVariant, wantedBits)) {
     std::printf("the processor cannot run %s at %s bits\n", wantedVariant.c_str(), wantedBits.c_str());
     return kSkipped;
