@@ -35,7 +35,7 @@ HWY_NOINLINE double AccurateSum(const float* p, size_t len) {
   p += AccumulateSteps(eight, len, Vector<float>{p});
   SumOf<double, 4, Itself> four{eight.sum.Folded<4>()};
   p += AccumulateSteps(four, len & 4, Vector<float>{p});
-  for (const size_t few : {2, 1}) {
+  for (const size_t few : {2U, 1U}) {
     if (!(len & few)) continue;
     AccumulateFew(four, few, Vector<float>{p});
     p += few;
@@ -80,14 +80,17 @@ HWY_INLINE Parts<double> SumByHint(const Orp32fc* p, size_t len, int hint) {
 HWY_INLINE double SumByHint(const double* p, size_t len) { return DoubleSum(p, len).Total(); }
 HWY_INLINE Parts<double> SumByHint(const Orp64fc* p, size_t len) { return ComplexSum(p, len); }
 
-// In the precision of T.
+// In the precision of T. The assembler hides where a number comes from: GCC 12 forms a vector of two doubles that are
+// narrowed and widened again, and takes the doubles themselves for the result.
 template <class T>
 HWY_INLINE T As(double v) {
-  return static_cast<T>(v);
+  auto rounded = static_cast<T>(v);
+  asm("" : "+x"(rounded));
+  return rounded;
 }
 template <class T>
 HWY_INLINE T As(Parts<double> v) {
-  return {static_cast<Lane<T>>(v.re), static_cast<Lane<T>>(v.im)};
+  return {As<Lane<T>>(v.re), As<Lane<T>>(v.im)};
 }
 
 HWY_INLINE double Over(int len, double v) { return v / len; }
@@ -120,7 +123,7 @@ HWY_NOINLINE int64_t ExactSum(const Orp32s* p, size_t len) {
   return Accumulated<SumOf<int64_t, kUsualLanes<int64_t>, Itself>>(len, Vector<Orp32s>{p}).sum.Total();
 }
 
-// Of both parts: lanes of 32 bits hold a pair, of which one part is multiplied by 0.
+// Sums of both parts: a pair fills a lane of 32 bits, in which the part that a sum leaves out is set to 0.
 struct ComplexSum16 : OfVectors<2> {
   Sum16 re, im;
 
@@ -185,7 +188,7 @@ struct Moments {
 HWY_INLINE Moments MomentsOf(double sum, double squares, double n) {
   // Round-off must not make a negative variance; a NaN stays.
   const double variance = n * squares - sum * sum;
-  return {double{static_cast<float>(sum)} / n, Root((variance < 0 ? 0 : variance) / (n * (n - 1)))};
+  return {double{As<float>(sum)} / n, Root((variance < 0 ? 0 : variance) / (n * (n - 1)))};
 }
 
 HWY_NOINLINE Moments AccurateMoments(const float* p, size_t len) {
@@ -196,7 +199,7 @@ HWY_NOINLINE Moments AccurateMoments(const float* p, size_t len) {
     ++p, --len;
   }
   p += AccumulateSteps(sums, len, Vector<float>{p});
-  for (const size_t few : {2, 1}) {
+  for (const size_t few : {2U, 1U}) {
     if (!(len & few)) continue;
     AccumulateFew(sums, few, Vector<float>{p});
     p += few;

@@ -66,7 +66,8 @@ struct Mean : Model {
       if constexpr (Integers<D>) {
         return reference::quotient<Part<D>>(s[p], Int128{in.a.size()}, in.extra);
       } else {
-        return static_cast<double>(static_cast<Part<D>>(s[p])) / static_cast<double>(in.a.size());
+        volatile auto rounded = static_cast<Part<D>>(s[p]);  // in memory: GCC 12 may leave out the rounding of a pair
+        return static_cast<double>(rounded) / static_cast<double>(in.a.size());
       }
     });
   }
