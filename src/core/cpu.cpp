@@ -46,16 +46,21 @@ uint64_t detect() {
   return mask;
 }
 
+constexpr uint64_t kUnknown = ~uint64_t{0};
+constinit std::atomic<uint64_t> found{kUnknown};
+constinit std::atomic<uint64_t> applicationLimit{~uint64_t{0}};
+constinit std::atomic<int> vectorBits{0};
+
+// What is found on first use. Threads that come at the same time find the same.
 uint64_t available() {
-  static const uint64_t mask = [] {
+  uint64_t mask = found.load(std::memory_order_relaxed);
+  if (mask == kUnknown) {
     const auto limit = orpcore::hexFromEnvironment("ORPCORE_CPU_FEATURES");
-    return limit ? detect() & *limit : detect();
-  }();
+    mask = limit ? detect() & *limit : detect();
+    found.store(mask, std::memory_order_relaxed);
+  }
   return mask;
 }
-
-std::atomic<uint64_t> applicationLimit{~uint64_t{0}};
-std::atomic<int> vectorBits{0};
 
 }  // namespace
 

@@ -1,7 +1,8 @@
 // Aligned memory over a replaceable allocator.
+#include <pthread.h>
+
 #include <cstdlib>
 #include <cstring>
-#include <mutex>
 
 #include "orpcore.h"
 
@@ -25,12 +26,15 @@ constexpr size_t kOverhead = sizeof(Header) + kAlignment - 1;
 constexpr Allocator kSystem = {[](void*, size_t bytes) { return std::malloc(bytes); },
                                [](void*, void* block) { std::free(block); }, nullptr};
 
-std::mutex guard;
+// A lock of C: that of C++ can throw, and would make the library depend on the C++ runtime.
+pthread_mutex_t guard = PTHREAD_MUTEX_INITIALIZER;
 Allocator current = kSystem;
 
 Allocator currentAllocator() {
-  const std::lock_guard lock(guard);
-  return current;
+  pthread_mutex_lock(&guard);
+  const Allocator allocator = current;
+  pthread_mutex_unlock(&guard);
+  return allocator;
 }
 
 uintptr_t alignUp(uintptr_t address, uintptr_t alignment) { return (address + alignment - 1) & ~(alignment - 1); }
@@ -66,6 +70,7 @@ void* orpAlignPtr(void* ptr, int alignment) {
 
 void orpSetAllocator(OrpAllocate allocate, OrpRelease release, void* context) {
   if (!allocate != !release) return;
-  const std::lock_guard lock(guard);
+  pthread_mutex_lock(&guard);
   current = allocate ? Allocator{allocate, release, context} : kSystem;
+  pthread_mutex_unlock(&guard);
 }

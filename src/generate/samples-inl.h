@@ -17,7 +17,6 @@ namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
 
-constexpr hn::ScalableTag<double> kDoubles;
 constexpr size_t kLanes = HWY_MAX_BYTES / sizeof(double);
 
 // n, n + 1, ...

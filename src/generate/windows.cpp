@@ -248,14 +248,9 @@ OrpStatus window(const E* pSrc, E* pDst, int len, Parameter... parameter) {
   return WeighScaled<Window>(pSrc, pDst, len, 0, parameter...);
 }
 
-template <class Window, class E, class... Parameter>
-OrpStatus windowInPlace(E* pSrcDst, int len, Parameter... parameter) {
-  return WeighScaled<Window>(pSrcDst, pSrcDst, len, 0, parameter...);
-}
-
 template <class Window, class E>
-OrpStatus windowInPlaceSfs(E* pSrcDst, int len, int alphaQ15, int scaleFactor) {
-  return WeighScaled<Window>(pSrcDst, pSrcDst, len, scaleFactor, alphaQ15);
+OrpStatus windowSfs(const E* pSrc, E* pDst, int len, int alphaQ15, int scaleFactor) {
+  return WeighScaled<Window>(pSrc, pDst, len, scaleFactor, alphaQ15);
 }
 
 }  // namespace

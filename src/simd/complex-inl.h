@@ -85,8 +85,8 @@ HWY_INLINE Pairs<V> Join(Parts<V> parts) {
   }
 }
 
-// The same into one vector of d, which has twice the lanes of a part. (Parts in half vectors come from computations and
-// not from memory: a single double cannot be loaded from any address.)
+// Parts as the pairs of one vector of d, which has twice the lanes of a part. (Parts in half vectors come from
+// computations and not from memory: a single double cannot be loaded from any address.)
 template <class D, class V>
 HWY_INLINE hn::Vec<D> JoinTo(D d, Parts<V> parts) {
   constexpr hn::DFromV<V> half;

@@ -39,6 +39,7 @@ namespace {
 #endif
 
 // Both vectors narrowed with signed saturation of their signed lanes; to unsigned lanes the results are clamped at 0.
+ORPSP_BLOCKWISE(Pack, int16_t, int8_t, _mm_packs_epi16, _mm256_packs_epi16, _mm512_packs_epi16)
 ORPSP_BLOCKWISE(Pack, int32_t, int16_t, _mm_packs_epi32, _mm256_packs_epi32, _mm512_packs_epi32)
 ORPSP_BLOCKWISE(PackToUnsigned, int16_t, uint8_t, _mm_packus_epi16, _mm256_packus_epi16, _mm512_packus_epi16)
 // Products of neighbouring 16-bit lanes, summed: a0 * b0 + a1 * b1, wrapping.
@@ -99,6 +100,21 @@ HWY_INLINE V SaturatedDifference(V a, V b) {
   }
 }
 
+// |v|, the greatest number for the least one.
+template <class V, class T = hn::TFromV<V>>
+HWY_INLINE V SaturatedAbs(V v) {
+  constexpr hn::DFromV<V> d;
+  if constexpr (sizeof(T) == 2) {
+    return hn::Max(v, hn::SaturatedSub(hn::Zero(d), v));
+  } else if constexpr (HWY_TARGET == HWY_SSSE3) {
+    const auto wrapped = hn::Abs(v);
+    return hn::Add(wrapped, hn::BroadcastSignBit(wrapped));
+  } else {
+    constexpr hn::RebindToUnsigned<decltype(d)> du;
+    return hn::BitCast(d, hn::Min(hn::BitCast(du, hn::Abs(v)), hn::BitCast(du, hn::Set(d, kMost<T>))));
+  }
+}
+
 // ---- The scale-factor rule.
 
 // v / 2^shift rounded to nearest, ties to even, for 1 <= shift < width, and <= width for unsigned lanes. Bit 0 of
@@ -123,8 +139,8 @@ HWY_INLINE V RoundedShift(V v, V below, int shift) {
   return hn::IfThenElse(hn::RebindMask(d, up), hn::Add(quotient, one), quotient);
 }
 
-// The same for signed lanes with |v| <= 2^(width - 2), where adding before shifting cannot overflow, and which vanish
-// from width - 1 on.
+// RoundedShift for signed lanes with |v| <= 2^(width - 2), where adding before shifting cannot overflow, and which
+// vanish from width - 1 on.
 template <class V, class T = hn::TFromV<V>>
 HWY_INLINE V RoundedShiftOfSmall(V v, int shift) {
   constexpr hn::DFromV<V> d;
@@ -275,7 +291,7 @@ HWY_INLINE auto WideComplexProduct(V a, V b) {
   return Wide<W, Order::kEvenOdd>{re, im};
 }
 
-// The same with 2^(2n-1) - 1 for what wrapped. That makes no difference after any scaling.
+// WideComplexProduct with 2^(2n-1) - 1 for what wrapped. That makes no difference after any scaling.
 template <class V>
 HWY_INLINE auto WideComplexProductForScaling(V a, V b) {
   auto product = WideComplexProduct(a, b);

@@ -21,6 +21,7 @@ namespace {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
+inline constexpr hn::ScalableTag<double> kDoubles;
 using Doubles = hn::Vec<hn::ScalableTag<double>>;
 
 // Tag of the vector that holds `count` elements of type T.

@@ -10,7 +10,7 @@
 
 #include <utility>
 
-// Of a lambda in code of one width.
+// Attributes of a lambda in code of one width.
 #ifndef ORPSP_INLINED
 #define ORPSP_INLINED HWY_ATTR __attribute__((always_inline))
 #endif

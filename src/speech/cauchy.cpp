@@ -19,8 +19,6 @@ namespace {
 
 // ---- The loss, in double precision: there, squares of floats neither overflow nor underflow
 
-constexpr hn::ScalableTag<double> kDoubles;
-
 // ln(1 + u) for u >= 0 with a relative error below 1e-10, without the fused operations that only some widths have:
 // 1 + u = 2^e (1 + f), and ln(1 + f) = 2 artanh(f / (2 + f)).
 HWY_INLINE Doubles LnOf1Plus(Doubles u) {

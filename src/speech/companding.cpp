@@ -197,7 +197,7 @@ struct Transcode {
   template <size_t k, class D, class V>
   static HWY_INLINE V PlusDifference(D d, V fields, V magnitude) {
     if constexpr (Law::kDifferences.isZero(k)) return fields;
-    // Of magnitudes outside the block bit 7 gets set, for which a shuffle gives 0.
+    // Magnitudes outside the block get bit 7 set, for which a shuffle gives 0.
     const auto inBlock = hn::Xor(magnitude, hn::Set(d, uint8_t{16 * k}));
     const auto index = hn::SaturatedAdd(inBlock, hn::Set(d, uint8_t{0x70}));
     return hn::Add(fields, hn::TableLookupBytesOr0(Law::kDifferences.block[k].For(d), index));

@@ -20,8 +20,6 @@ namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
 
-constexpr hn::ScalableTag<double> kDoubles;
-
 // ---- Pre-emphasis
 
 template <size_t by>
@@ -66,9 +64,9 @@ struct RoundedLessPart {
   }
 };
 
-// The same for any v. Products are exact in double precision. Differences lose a last bit only where they have 15 bits
-// of integer and the product is 1/2 + j 2^-39, next to a tie for j = 1 or -1: but neither 2^38 + 1 nor 2^38 - 1 is the
-// product of numbers of 15 and 24 bits.
+// x less v times the element before, for any v. Products are exact in double precision. Differences lose a last bit
+// only where they have 15 bits of integer and the product is 1/2 + j 2^-39, next to a tie for j = 1 or -1: but neither
+// 2^38 + 1 nor 2^38 - 1 is the product of numbers of 15 and 24 bits.
 struct RoundedLessAnyPart {
   static constexpr size_t kStep = HWY_MAX_BYTES / sizeof(double);
   double v;

@@ -59,7 +59,7 @@ class BitWriter {
   int filled_ = 0;
 };
 
-// Of two neighbours with `bits` bits each a word with both, the first one in front.
+// Words of two neighbours with `bits` bits each, the first one in front.
 HWY_INLINE Words Joined(hn::Vec<hn::ScalableTag<uint32_t>> v, int bits) {
   const auto pairs = hn::BitCast(kWords, v);
   return hn::Or(hn::ShiftRightSame(hn::ShiftLeft<32>(pairs), 32 - bits), hn::ShiftRight<32>(pairs));
@@ -79,7 +79,7 @@ HWY_INLINE Words Chunks(const Orp32u* p, int bits) {
 
 // Chunks are as long as a word allows.
 template <size_t count>
-HWY_NOINLINE void Pack(const Orp32u* src, Orp8u* dst, size_t len, int bits) {
+HWY_NOINLINE void PackChunks(const Orp32u* src, Orp8u* dst, size_t len, int bits) {
   constexpr size_t kStep = kChunks * count;
   const int chunkBits = static_cast<int>(count) * bits;
   BitWriter writer(dst);
@@ -109,7 +109,7 @@ HWY_NOINLINE void Pack(const Orp32u* src, Orp8u* dst, size_t len, int bits) {
 OrpStatus packBits(const Orp32u* pSrc, Orp8u* pDst, int len, int bits) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   ORPS_RETURN_IF(bits < 1 || bits > 32, StsBadArg);
-  const auto kernel = bits <= 8 ? Pack<8> : bits <= 16 ? Pack<4> : Pack<2>;
+  const auto kernel = bits <= 8 ? PackChunks<8> : bits <= 16 ? PackChunks<4> : PackChunks<2>;
   kernel(pSrc, pDst, static_cast<size_t>(len), bits);
   return StsOk;
 }

@@ -12,14 +12,12 @@
 #include "frame/check.h"
 #include "simd/angle-inl.h"
 #include "simd/complex-inl.h"
-#include "vector/exact-inl.h"
+#include "simd/exact-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
-
-constexpr hn::ScalableTag<double> kDoubles;
 
 // ---- Running means
 
@@ -94,7 +92,7 @@ struct PhaseStep {
   static HWY_INLINE V HalfTurns(V reLanes, V imLanes) {
     const auto re = hn::PromoteTo(kDoubles, reLanes), im = hn::PromoteTo(kDoubles, imLanes);
     const auto w = hn::Abs(re), h = hn::Abs(im);
-    // Of integers no quotient is out of range; the angle of 0 is that of 1.
+    // Quotients of integers are all in range; the angle of 0 is that of 1.
     const auto larger = hn::Max(hn::Max(w, h), hn::Set(kDoubles, 1.0));
     const auto angle = AngleInPlane(kDoubles, im, hn::Min(w, h), larger, hn::Gt(h, w), IsNegative(kDoubles, re));
     const auto exact = [](double reLane, double imLane, double below) {

@@ -9,8 +9,8 @@
 #include <hwy/foreach_target.h>
 
 #include "simd/complex-inl.h"
+#include "simd/forms-inl.h"
 #include "stats/integer_sums-inl.h"
-#include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {

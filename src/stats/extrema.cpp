@@ -11,7 +11,7 @@
 #define HWY_TARGET_INCLUDE "stats/extrema.cpp"
 #include <hwy/foreach_target.h>
 
-#include "vector/forms-inl.h"
+#include "simd/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -71,18 +71,7 @@ struct Plain {
 template <class T>
 struct Magnitude {
   using Key = T;
-  static HWY_INLINE auto Of(auto v) {
-    constexpr hn::DFromV<decltype(v)> d;
-    if constexpr (sizeof(T) == 2) {
-      return hn::Max(v, hn::SaturatedSub(hn::Zero(d), v));
-    } else if constexpr (HWY_TARGET == HWY_SSSE3) {
-      const auto wrapped = hn::Abs(v);
-      return hn::Add(wrapped, hn::BroadcastSignBit(wrapped));
-    } else {
-      constexpr hn::RebindToUnsigned<decltype(d)> du;
-      return hn::BitCast(d, hn::Min(hn::BitCast(du, hn::Abs(v)), hn::BitCast(du, hn::Set(d, kMost<T>))));
-    }
-  }
+  static HWY_INLINE auto Of(auto v) { return SaturatedAbs(v); }
   static HWY_INLINE T Element(T key) { return key; }
 };
 

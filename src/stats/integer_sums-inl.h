@@ -7,8 +7,8 @@
 #endif
 
 #include "simd/integer-inl.h"
+#include "simd/totals.h"
 #include "stats/reduce-inl.h"
-#include "stats/totals.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {

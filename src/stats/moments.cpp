@@ -8,8 +8,8 @@
 #define HWY_TARGET_INCLUDE "stats/moments.cpp"
 #include <hwy/foreach_target.h>
 
+#include "simd/forms-inl.h"
 #include "stats/integer_sums-inl.h"
-#include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {

@@ -8,7 +8,7 @@
 #define HWY_TARGET_INCLUDE "stats/search.cpp"
 #include <hwy/foreach_target.h>
 
-#include "vector/forms-inl.h"
+#include "simd/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {

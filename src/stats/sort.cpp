@@ -15,8 +15,8 @@
 #define HWY_TARGET_INCLUDE "stats/sort.cpp"
 #include <hwy/foreach_target.h>
 
+#include "simd/forms-inl.h"
 #include "stats/sort_network-inl.h"
-#include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {

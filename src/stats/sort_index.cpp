@@ -9,8 +9,8 @@
 #define HWY_TARGET_INCLUDE "stats/sort_index.cpp"
 #include <hwy/foreach_target.h>
 
+#include "simd/forms-inl.h"
 #include "stats/sort_order-inl.h"
-#include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {

@@ -10,6 +10,7 @@
 
 #include <utility>
 
+#include "simd/shuffle-inl.h"
 #include "stats/sort_order-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -34,50 +35,31 @@ HWY_INLINE void SortPair(V& a, V& b) {
   }
 }
 
-// Lanes i of two vectors taken by constants known to the compiler, which knows the best instruction for each.
-template <class V>
-struct Shuffle {
-  using T = hn::TFromV<V>;
-  using Raw = decltype(V::raw);
-  typedef T Elements __attribute__((vector_size(sizeof(Raw))));
-  static constexpr size_t kCount = sizeof(Raw) / sizeof(T);
-  using All = std::make_index_sequence<kCount>;
-
-  // Lane i of the result is lane i ^ mask.
-  template <size_t mask, size_t... i>
-  static HWY_INLINE V Exchange(V v, std::index_sequence<i...>) {
-    const Elements e = (Elements)v.raw;
-    return V{(Raw)__builtin_shufflevector(e, e, (i ^ mask)...)};
-  }
-  // Lane i is that of b where the bit of i is set.
-  template <size_t bit, size_t... i>
-  static HWY_INLINE V Blend(V a, V b, std::index_sequence<i...>) {
-    return V{(Raw)__builtin_shufflevector((Elements)a.raw, (Elements)b.raw, (i & bit ? kCount + i : i)...)};
-  }
-  // Ones in the lanes whose bit is set.
-  template <size_t bit, size_t... i>
-  static HWY_INLINE V Lanes(std::index_sequence<i...>) {
-    constexpr Elements e = {static_cast<T>(i & bit ? -1 : 0)...};
-    return V{(Raw)e};
-  }
+template <size_t mask>
+struct Exchanged {  // lanes i and i ^ mask
+  static constexpr size_t pick(size_t i, size_t) { return i ^ mask; }
+};
+template <size_t bit>
+struct SecondWhereSet {
+  static constexpr size_t pick(size_t i, size_t lanes) { return i & bit ? lanes + i : i; }
 };
 
 template <size_t mask, class V>
 HWY_INLINE V ExchangeLanes(V v) {
-  return Shuffle<V>::template Exchange<mask>(v, typename Shuffle<V>::All{});
+  return Shuffled<Exchanged<mask>>(v, v);
 }
 
 // Lanes i and i ^ mask put in order, the greater in the one whose bit is set.
 template <size_t mask, size_t bit, class V>
 HWY_INLINE V SortLanes(V v) {
-  using S = Shuffle<V>;
   const V other = ExchangeLanes<mask>(v);
   if constexpr (kLacksMinMax<hn::TFromV<V>>) {
-    const V greater = hn::VecFromMask(hn::DFromV<V>{}, hn::Gt(v, other));
-    const V takes = hn::Xor(greater, S::template Lanes<bit>(typename S::All{}));
+    constexpr hn::DFromV<V> d;
+    const V greater = hn::VecFromMask(d, hn::Gt(v, other));
+    const V takes = hn::Xor(greater, Shuffled<SecondWhereSet<bit>>(hn::Zero(d), hn::Set(d, hn::TFromV<V>{-1})));
     return hn::Xor(v, hn::And(takes, hn::Xor(v, other)));
   } else {
-    return S::template Blend<bit>(hn::Min(v, other), hn::Max(v, other), typename S::All{});
+    return Shuffled<SecondWhereSet<bit>>(hn::Min(v, other), hn::Max(v, other));
   }
 }
 

@@ -8,9 +8,9 @@
 #define HWY_TARGET_INCLUDE "stats/sum_ln.cpp"
 #include <hwy/foreach_target.h>
 
+#include "simd/forms-inl.h"
 #include "stats/logarithm.h"
 #include "stats/reduce-inl.h"
-#include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {

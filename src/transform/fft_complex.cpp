@@ -169,21 +169,11 @@ OrpStatus pairs(const E* pSrc, E* pDst, const Handle* pFFTSpec, Orp8u* pBuffer) 
   return Run<isInverse>(form, *fftRecord(pFFTSpec), pBuffer);
 }
 
-template <bool isInverse, class E, class Handle>
-OrpStatus pairsInPlace(E* pSrcDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
-  return pairs<isInverse>(pSrcDst, pSrcDst, pFFTSpec, pBuffer);
-}
-
 template <bool isInverse, class T, class Handle>
 OrpStatus planes(const T* pSrcRe, const T* pSrcIm, T* pDstRe, T* pDstIm, const Handle* pFFTSpec, Orp8u* pBuffer) {
   ORPS_CHECK_COMPLEX_FFT(pFFTSpec, pSrcRe, pSrcIm, pDstRe, pDstIm);
   const auto form = PlaneFormOf(isInverse, pSrcRe, pSrcIm, pDstRe, pDstIm);
   return Run<isInverse>(form, *fftRecord(pFFTSpec), pBuffer);
-}
-
-template <bool isInverse, class T, class Handle>
-OrpStatus planesInPlace(T* pSrcDstRe, T* pSrcDstIm, const Handle* pFFTSpec, Orp8u* pBuffer) {
-  return planes<isInverse>(pSrcDstRe, pSrcDstIm, pSrcDstRe, pSrcDstIm, pFFTSpec, pBuffer);
 }
 
 }  // namespace

@@ -80,11 +80,6 @@ OrpStatus complexSfs(const E* pSrc, E* pDst, const Handle* pFFTSpec, int scaleFa
   });
 }
 template <bool isInverse, class E, class Handle>
-OrpStatus complexInPlaceSfs(E* pSrcDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
-  return complexSfs<isInverse, E>(pSrcDst, pSrcDst, pFFTSpec, scaleFactor, pBuffer);
-}
-
-template <bool isInverse, class E, class Handle>
 OrpStatus planarSfs(const E* pSrcRe, const E* pSrcIm, E* pDstRe, E* pDstIm, const Handle* pFFTSpec, int scaleFactor,
                     Orp8u* pBuffer) {
   using T = typename FftKind<Handle>::Real;
@@ -99,11 +94,6 @@ OrpStatus planarSfs(const E* pSrcRe, const E* pSrcIm, E* pDstRe, E* pDstIm, cons
     Convert(numbers + len, pDstIm, len, scaleFactor);
   });
 }
-template <bool isInverse, class E, class Handle>
-OrpStatus planarInPlaceSfs(E* pSrcDstRe, E* pSrcDstIm, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
-  return planarSfs<isInverse, E>(pSrcDstRe, pSrcDstIm, pSrcDstRe, pSrcDstIm, pFFTSpec, scaleFactor, pBuffer);
-}
-
 // ---- Real
 
 template <SpectrumLayout layout, bool isInverse, class From, class To, class Handle>
@@ -123,19 +113,10 @@ template <SpectrumLayout layout, class From, class To, class Handle>
 OrpStatus forwardSfs(const From* pSrc, To* pDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
   return RealSfs<layout, false>(pSrc, pDst, pFFTSpec, scaleFactor, pBuffer);
 }
-template <SpectrumLayout layout, class E, class Handle>
-OrpStatus forwardInPlaceSfs(E* pSrcDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
-  return RealSfs<layout, false, E>(pSrcDst, pSrcDst, pFFTSpec, scaleFactor, pBuffer);
-}
 template <SpectrumLayout layout, class From, class To, class Handle>
 OrpStatus inverseSfs(const From* pSrc, To* pDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
   return RealSfs<layout, true>(pSrc, pDst, pFFTSpec, scaleFactor, pBuffer);
 }
-template <SpectrumLayout layout, class E, class Handle>
-OrpStatus inverseInPlaceSfs(E* pSrcDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
-  return RealSfs<layout, true, E>(pSrcDst, pSrcDst, pFFTSpec, scaleFactor, pBuffer);
-}
-
 }  // namespace
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp

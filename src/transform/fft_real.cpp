@@ -458,18 +458,9 @@ OrpStatus forward(const T* pSrc, T* pDst, const Handle* pFFTSpec, Orp8u* pBuffer
   return TransformReal<&RealToSpectrum<layout, T>>(pSrc, pDst, pFFTSpec, pBuffer);
 }
 template <SpectrumLayout layout, class T, class Handle>
-OrpStatus forwardInPlace(T* pSrcDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
-  return TransformReal<&RealToSpectrum<layout, T>>(pSrcDst, pSrcDst, pFFTSpec, pBuffer);
-}
-template <SpectrumLayout layout, class T, class Handle>
 OrpStatus inverse(const T* pSrc, T* pDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
   return TransformReal<&SpectrumToReal<layout, T>>(pSrc, pDst, pFFTSpec, pBuffer);
 }
-template <SpectrumLayout layout, class T, class Handle>
-OrpStatus inverseInPlace(T* pSrcDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
-  return TransformReal<&SpectrumToReal<layout, T>>(pSrcDst, pSrcDst, pFFTSpec, pBuffer);
-}
-
 }  // namespace
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp

@@ -3,7 +3,7 @@
 #include "frame/entry.h"
 #include "orpsp/transform/spectra.h"
 #include "simd/targets.h"
-#include "stats/totals.h"
+#include "simd/totals.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "transform/packed.cpp"
@@ -11,7 +11,7 @@
 
 #include "simd/backward-inl.h"
 #include "simd/complex_product-inl.h"
-#include "vector/forms-inl.h"
+#include "simd/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -87,23 +87,13 @@ OrpStatus mul(const T* pSrc1, const T* pSrc2, T* pDst, int len) {
 }
 
 template <class Layout, class T>
-OrpStatus mulInPlace(const T* pSrc, T* pSrcDst, int len) {
-  return Multiply<Layout, false>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len);
-}
-
-template <class Layout, class T>
-OrpStatus mulConjInPlace(const T* pSrc, T* pSrcDst, int len) {
-  return Multiply<Layout, true>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len);
+OrpStatus mulConj(const T* pSrc1, const T* pSrc2, T* pDst, int len) {
+  return Multiply<Layout, true>(pSrc1, pSrc2, pDst, len);
 }
 
 template <class Layout, class T>
 OrpStatus mulSfs(const T* pSrc1, const T* pSrc2, T* pDst, int len, int scaleFactor) {
   return Multiply<Layout, false>(pSrc1, pSrc2, pDst, len, scaleFactor);
-}
-
-template <class Layout, class T>
-OrpStatus mulInPlaceSfs(const T* pSrc, T* pSrcDst, int len, int scaleFactor) {
-  return Multiply<Layout, false>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len, scaleFactor);
 }
 
 // ---- Expansion

@@ -8,9 +8,9 @@
 #include <hwy/foreach_target.h>
 
 #include "simd/complex-inl.h"
+#include "simd/forms-inl.h"
 #include "simd/round-inl.h"
 #include "simd/triple-inl.h"
-#include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {

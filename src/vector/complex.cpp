@@ -9,7 +9,7 @@
 #include <hwy/foreach_target.h>
 
 #include "simd/complex-inl.h"
-#include "vector/forms-inl.h"
+#include "simd/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -69,7 +69,7 @@ struct Power16 : OfSumsOfSquares<AsIs> {
   using Rounded = OfSumsOfSquares<ScaledDown>;
 };
 
-// Of 32-bit pairs, exact in 64 unsigned bits.
+// Power of 32-bit pairs, exact in 64 unsigned bits.
 struct Power32 {
   static HWY_INLINE auto Exact(auto pairs) {
     constexpr hn::RepartitionToWide<hn::RebindToUnsigned<hn::DFromV<decltype(pairs)>>> du64;

@@ -8,10 +8,10 @@
 #define HWY_TARGET_INCLUDE "vector/convert.cpp"
 #include <hwy/foreach_target.h>
 
+#include "simd/forms-inl.h"
 #include "simd/half-inl.h"
 #include "simd/round-inl.h"
 #include "simd/triple-inl.h"
-#include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -68,20 +68,6 @@ HWY_INLINE auto Each(const F& f, V v) {
   }
 }
 
-HWY_INLINE auto PackBytes(hn::Vec128<int16_t> a, hn::Vec128<int16_t> b) {
-  return hn::Vec128<int8_t>{_mm_packs_epi16(a.raw, b.raw)};
-}
-#if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
-HWY_INLINE auto PackBytes(hn::Vec256<int16_t> a, hn::Vec256<int16_t> b) {
-  return hn::Vec256<int8_t>{_mm256_packs_epi16(a.raw, b.raw)};
-}
-#endif
-#if HWY_TARGET == HWY_AVX3
-HWY_INLINE auto PackBytes(hn::Vec512<int16_t> a, hn::Vec512<int16_t> b) {
-  return hn::Vec512<int8_t>{_mm512_packs_epi16(a.raw, b.raw)};
-}
-#endif
-
 // Narrowed with saturation to T, block by block: a block of the result holds one of each vector.
 template <class T, class V>
 HWY_INLINE auto Packed(Two<V> v) {
@@ -89,10 +75,8 @@ HWY_INLINE auto Packed(Two<V> v) {
     return Packed<T>(Two{Packed<int16_t>(v.first), Packed<int16_t>(v.second)});
   } else if constexpr (std::is_unsigned_v<T>) {
     return PackToUnsigned(v.first, v.second);
-  } else if constexpr (sizeof(T) == 2) {
-    return Pack(v.first, v.second);
   } else {
-    return PackBytes(v.first, v.second);
+    return Pack(v.first, v.second);
   }
 }
 

@@ -18,8 +18,8 @@
 
 #include "simd/complex-inl.h"
 #include "simd/exponent-inl.h"
+#include "simd/forms-inl.h"
 #include "simd/round-inl.h"
-#include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -232,22 +232,12 @@ OrpStatus divide(const T* pSrc1, const T* pSrc2, T* pDst, int len) {
   });
 }
 
-template <int from, class T>
-OrpStatus divideInPlace(const T* pSrc, T* pSrcDst, int len) {
-  return divide<from>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len);
-}
-
 template <int from, Rounding rounding = Rounding::kNearest, class T, class D>
 OrpStatus divideSfs(const T* pSrc1, const T* pSrc2, D* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
   return DivideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
     return mapIntegerQuotient<rounding>(pDst + i, count, Padded<T>{{pSrc1 + i}, 1}, Vector<T>{pSrc2 + i}, scaleFactor);
   });
-}
-
-template <int from, class T>
-OrpStatus divideInPlaceSfs(const T* pSrc, T* pSrcDst, int len, int scaleFactor) {
-  return divideSfs<from>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len, scaleFactor);
 }
 
 template <int from, class T>
@@ -263,11 +253,6 @@ OrpStatus divideRoundSfs(const T* pSrc1, const T* pSrc2, T* pDst, int len, int r
     default:
       return StsBadRoundMode;
   }
-}
-
-template <int from, class T>
-OrpStatus divideRoundInPlaceSfs(const T* pSrc, T* pSrcDst, int len, int rndMode, int scaleFactor) {
-  return divideRoundSfs<from>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len, rndMode, scaleFactor);
 }
 
 // ---- A vector and a constant
@@ -297,11 +282,6 @@ OrpStatus divideByConstant(const T* pSrc, T val, T* pDst, int len) {
   return StsOk;
 }
 
-template <class T>
-OrpStatus divideByConstantInPlace(T val, T* pSrcDst, int len) {
-  return divideByConstant(static_cast<const T*>(pSrcDst), val, pSrcDst, len);
-}
-
 template <int from, class T>
 OrpStatus divideByConstantSfs(const T* pSrc, T val, T* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
@@ -309,11 +289,6 @@ OrpStatus divideByConstantSfs(const T* pSrc, T val, T* pDst, int len, int scaleF
   return DivideParts<from>(len, [=](size_t i, size_t count) HWY_ATTR {
     return mapIntegerQuotient(pDst + i, count, Constant<T>{val}, Vector<T>{pSrc + i}, scaleFactor);
   });
-}
-
-template <int from, class T>
-OrpStatus divideByConstantInPlaceSfs(T val, T* pSrcDst, int len, int scaleFactor) {
-  return divideByConstantSfs<from>(static_cast<const T*>(pSrcDst), val, pSrcDst, len, scaleFactor);
 }
 
 template <int from, class T>
@@ -327,11 +302,6 @@ OrpStatus divideConstant(const T* pSrc, T val, T* pDst, int len) {
       return mapIntegerQuotient(pDst + i, count, divisors, Constant<T>{val}, 0);
     }
   });
-}
-
-template <int from, class T>
-OrpStatus divideConstantInPlace(T val, T* pSrcDst, int len) {
-  return divideConstant<from>(static_cast<const T*>(pSrcDst), val, pSrcDst, len);
 }
 
 template <class T, class W>

@@ -9,9 +9,9 @@
 #include <hwy/foreach_target.h>
 
 #include "simd/angle-inl.h"
+#include "simd/exact-inl.h"
+#include "simd/forms-inl.h"
 #include "simd/round-inl.h"
-#include "vector/exact-inl.h"
-#include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -133,20 +133,10 @@ OrpStatus logarithm(const T* pSrc, D* pDst, int len) {
 }
 
 template <class T>
-OrpStatus logarithmInPlace(T* pSrcDst, int len) {
-  return logarithm(static_cast<const T*>(pSrcDst), pSrcDst, len);
-}
-
-template <class T>
 OrpStatus expSfs(const T* pSrc, T* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   Map(IntegerExp{scaleFactor}, pDst, toSize(len), Vector<T>{pSrc});
   return StsOk;
-}
-
-template <class T>
-OrpStatus expInPlaceSfs(T* pSrcDst, int len, int scaleFactor) {
-  return expSfs<T>(pSrcDst, pSrcDst, len, scaleFactor);
 }
 
 OrpStatus cubrtSfs(const Orp32s* pSrc, Orp16s* pDst, int len, int scaleFactor) {
@@ -170,11 +160,6 @@ OrpStatus logarithmSfs(const T* pSrc, D* pDst, int len, int scaleFactor) {
   const typename Kind::Op op{{}, scaleFactor, Kind::kFactor * UnitOfScale(scaleFactor)};
   Map(op, pDst, toSize(len), Padded<T>{{pSrc}, 1});
   return op.watch.Status();
-}
-
-template <class Kind, class T>
-OrpStatus logarithmInPlaceSfs(T* pSrcDst, int len, int scaleFactor) {
-  return logarithmSfs<Kind>(static_cast<const T*>(pSrcDst), pSrcDst, len, scaleFactor);
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 #define HWY_TARGET_INCLUDE "vector/logic.cpp"
 #include <hwy/foreach_target.h>
 
-#include "vector/forms-inl.h"
+#include "simd/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -45,11 +45,6 @@ OrpStatus bitwise(const T* pSrc1, const T* pSrc2, T* pDst, int len) {
 }
 
 template <class Op, class T>
-OrpStatus bitwiseInPlace(const T* pSrc, T* pSrcDst, int len) {
-  return bitwise<Op>(pSrc, static_cast<const T*>(pSrcDst), pSrcDst, len);
-}
-
-template <class Op, class T>
 OrpStatus bitwiseConstant(const T* pSrc, T val, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   if (std::is_same_v<Op, And> && val == 0) {  // clears without reading the source
@@ -60,21 +55,11 @@ OrpStatus bitwiseConstant(const T* pSrc, T val, T* pDst, int len) {
   return StsOk;
 }
 
-template <class Op, class T>
-OrpStatus bitwiseConstantInPlace(T val, T* pSrcDst, int len) {
-  return bitwiseConstant<Op>(static_cast<const T*>(pSrcDst), val, pSrcDst, len);
-}
-
 template <class T>
 OrpStatus complement(const T* pSrc, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   Map(Not{}, bytes(pDst), toSize(len) * sizeof(T), Vector<Orp8u>{bytes(pSrc)});
   return StsOk;
-}
-
-template <class T>
-OrpStatus complementInPlace(T* pSrcDst, int len) {
-  return complement(static_cast<const T*>(pSrcDst), pSrcDst, len);
 }
 
 template <class Op, class T>
@@ -89,11 +74,6 @@ OrpStatus shift(const T* pSrc, int val, T* pDst, int len) {
     Map(Op{HWY_MIN(val, kBits<T> - 1)}, pDst, toSize(len), Vector<T>{pSrc});
   }
   return StsOk;
-}
-
-template <class Op, class T>
-OrpStatus shiftInPlace(int val, T* pSrcDst, int len) {
-  return shift<Op>(static_cast<const T*>(pSrcDst), val, pSrcDst, len);
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 #include <hwy/foreach_target.h>
 
 #include "simd/backward-inl.h"
-#include "vector/forms-inl.h"
+#include "simd/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {

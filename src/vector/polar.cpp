@@ -9,9 +9,9 @@
 
 #include "simd/angle-inl.h"
 #include "simd/complex-inl.h"
+#include "simd/exact-inl.h"
+#include "simd/forms-inl.h"
 #include "simd/round-inl.h"
-#include "vector/exact-inl.h"
-#include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {

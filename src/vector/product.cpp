@@ -9,7 +9,7 @@
 #include <hwy/foreach_target.h>
 
 #include "simd/complex_product-inl.h"
-#include "vector/forms-inl.h"
+#include "simd/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -89,7 +89,7 @@ struct AddTo {
   };
 };
 
-// The same where the product fits the lanes of the sum: the exact sum then needs one bit more.
+// sum + a * b where the product fits the lanes of the sum: the exact sum then needs one bit more.
 template <>
 struct AddTo<LiftedMul> {
   HWY_INLINE auto operator()(auto d, auto a, auto b, auto sum) const { return SaturatedSum(sum, LiftedMul{}(d, a, b)); }
@@ -120,18 +120,8 @@ OrpStatus square(const T* pSrc, T* pDst, int len) {
 }
 
 template <class Op, class T>
-OrpStatus squareInPlace(T* pSrcDst, int len) {
-  return square<Op>(static_cast<const T*>(pSrcDst), pSrcDst, len);
-}
-
-template <class Op, class T>
 OrpStatus squareSfs(const T* pSrc, T* pDst, int len, int scaleFactor) {
   return binarySfs<Op>(pSrc, pSrc, pDst, len, scaleFactor);
-}
-
-template <class Op, class T>
-OrpStatus squareInPlaceSfs(T* pSrcDst, int len, int scaleFactor) {
-  return squareSfs<Op>(static_cast<const T*>(pSrcDst), pSrcDst, len, scaleFactor);
 }
 
 template <class Op, class T, class D>

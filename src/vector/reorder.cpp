@@ -8,7 +8,7 @@
 #define HWY_TARGET_INCLUDE "vector/reorder.cpp"
 #include <hwy/foreach_target.h>
 
-#include "vector/forms-inl.h"
+#include "simd/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -78,11 +78,6 @@ OrpStatus flip(const T* pSrc, T* pDst, int len) {
   return FlipBytes<sizeof(T)>(bytes(pSrc), bytes(pDst), toSize(len) * sizeof(T));
 }
 
-template <class T>
-OrpStatus flipInPlace(T* pSrcDst, int len) {
-  return flip(static_cast<const T*>(pSrcDst), pSrcDst, len);
-}
-
 // Bytes of each element in reverse order, elements of 2, 4 or 8 bytes.
 template <size_t size>
 struct ReverseBytes {
@@ -135,11 +130,6 @@ OrpStatus swapBytes(const T* pSrc, T* pDst, int len) {
     Map(ReverseBytes<sizeof(T)>{}, pDst, toSize(len), Vector<T>{pSrc});
   }
   return StsOk;
-}
-
-template <class T>
-OrpStatus swapBytesInPlace(T* pSrcDst, int len) {
-  return swapBytes(static_cast<const T*>(pSrcDst), pSrcDst, len);
 }
 
 }  // namespace

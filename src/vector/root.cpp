@@ -10,10 +10,10 @@
 #include <hwy/foreach_target.h>
 
 #include "simd/complex-inl.h"
+#include "simd/exact-inl.h"
+#include "simd/forms-inl.h"
 #include "simd/maths-inl.h"
 #include "simd/round-inl.h"
-#include "vector/exact-inl.h"
-#include "vector/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -242,11 +242,6 @@ OrpStatus root(const T* pSrc, T* pDst, int len) {
   return negative ? StsDomain : StsOk;
 }
 
-template <int from, class T>
-OrpStatus rootInPlace(T* pSrcDst, int len) {
-  return root<from>(static_cast<const T*>(pSrcDst), pSrcDst, len);
-}
-
 template <int from, class T, class D>
 OrpStatus rootSfs(const T* pSrc, D* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
@@ -266,11 +261,6 @@ OrpStatus rootSfs(const T* pSrc, D* pDst, int len, int scaleFactor) {
   return negative ? StsDomain : StsOk;
 }
 
-template <int from, class T>
-OrpStatus rootInPlaceSfs(T* pSrcDst, int len, int scaleFactor) {
-  return rootSfs<from>(static_cast<const T*>(pSrcDst), pSrcDst, len, scaleFactor);
-}
-
 // 64-bit roots scaled up need more than double precision.
 OrpStatus longRootSfs(const Orp64s* pSrc, Orp64s* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
@@ -284,10 +274,6 @@ OrpStatus longRootSfs(const Orp64s* pSrc, Orp64s* pDst, int len, int scaleFactor
   return negative ? StsDomain : StsOk;
 }
 
-OrpStatus longRootInPlaceSfs(Orp64s* pSrcDst, int len, int scaleFactor) {
-  return longRootSfs(pSrcDst, pSrcDst, len, scaleFactor);
-}
-
 template <int from, class T>
 OrpStatus complexRoot(const T* pSrc, T* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
@@ -298,21 +284,11 @@ OrpStatus complexRoot(const T* pSrc, T* pDst, int len) {
   return StsOk;
 }
 
-template <int from, class T>
-OrpStatus complexRootInPlace(T* pSrcDst, int len) {
-  return complexRoot<from>(static_cast<const T*>(pSrcDst), pSrcDst, len);
-}
-
 template <int from>
 OrpStatus complexRootSfs(const Orp16sc* pSrc, Orp16sc* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   const ComplexIntegerRoot op{scaleFactor, UnitOfScale(scaleFactor)};
   return MapInParts<from>(op, pDst, len, Vector<Orp16sc>{pSrc});
-}
-
-template <int from>
-OrpStatus complexRootInPlaceSfs(Orp16sc* pSrcDst, int len, int scaleFactor) {
-  return complexRootSfs<from>(pSrcDst, pSrcDst, len, scaleFactor);
 }
 
 template <class Op, int from, class T, class D>

@@ -8,7 +8,7 @@
 #define HWY_TARGET_INCLUDE "vector/sum.cpp"
 #include <hwy/foreach_target.h>
 
-#include "vector/forms-inl.h"
+#include "simd/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -73,10 +73,8 @@ struct Sub {
 struct Abs {
   template <class D, class V>
   HWY_INLINE V operator()(D, V v) const {
-    using T = hn::TFromD<D>;
-    if constexpr (std::is_integral_v<T>) {
-      const auto wrapped = hn::Abs(v);
-      return hn::Add(wrapped, hn::BroadcastSignBit(wrapped));
+    if constexpr (std::is_integral_v<hn::TFromD<D>>) {
+      return SaturatedAbs(v);
     } else {
       return hn::Abs(v);
     }

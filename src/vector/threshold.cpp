@@ -14,7 +14,7 @@
 
 #include "simd/complex-inl.h"
 #include "simd/exponent-inl.h"
-#include "vector/forms-inl.h"
+#include "simd/forms-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -434,11 +434,6 @@ HWY_NOINLINE OrpStatus threshold(const T* pSrc, T* pDst, int len, Levels... leve
   return StsOk;
 }
 
-template <template <class> class Op, class T, class... Levels>
-OrpStatus thresholdInPlace(T* pSrcDst, int len, Levels... levels) {
-  return threshold<Op>(static_cast<const T*>(pSrcDst), pSrcDst, len, levels...);
-}
-
 enum : int { kRelLess = 0, kRelGreater = 4 };
 
 template <class T>
@@ -447,11 +442,6 @@ OrpStatus byRelation(const T* pSrc, T* pDst, int len, Lane<T> level, int relOp) 
   if (relOp == kRelLess) return threshold<AtLeast>(pSrc, pDst, len, level);
   if (relOp == kRelGreater) return threshold<AtMost>(pSrc, pDst, len, level);
   return StsBadArg;
-}
-
-template <class T>
-OrpStatus byRelationInPlace(T* pSrcDst, int len, Lane<T> level, int relOp) {
-  return byRelation(static_cast<const T*>(pSrcDst), pSrcDst, len, level, relOp);
 }
 
 template <class T>
@@ -470,11 +460,6 @@ OrpStatus inverse(const T* pSrc, T* pDst, int len, Lane<T> level) {
   const bool zero =
       inParts<from>(len, [=](size_t i, size_t count) HWY_ATTR { return MapInverse(pDst + i, count, pSrc + i, level); });
   return zero ? StsDivByZero : StsOk;
-}
-
-template <int from, class T>
-OrpStatus inverseInPlace(T* pSrcDst, int len, Lane<T> level) {
-  return inverse<from>(static_cast<const T*>(pSrcDst), pSrcDst, len, level);
 }
 
 }  // namespace

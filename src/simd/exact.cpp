@@ -1,6 +1,6 @@
 // Fixed-point arithmetic with 128 bits. Transcendental values come with an error below 2^-90; no value of the arguments
 // allowed lies nearer to a tie without being one, and the ties are known: powers of ten have rational logarithms.
-#include "vector/exact.h"
+#include "simd/exact.h"
 
 #include <cmath>
 #include <limits>

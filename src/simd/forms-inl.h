@@ -7,11 +7,11 @@
 //   Op::Rounded{scale}   the operation scaled down, for scale >= 1,
 //   Op::Halved           (optional) the same for scale == 1, which Op::Rounded then need not serve,
 //   Op::Q15              (optional) a faster one for scale == 15 and 16-bit signed lanes.
-#if defined(ORPSP_VECTOR_FORMS_INL_H_) == defined(HWY_TARGET_TOGGLE)
-#ifdef ORPSP_VECTOR_FORMS_INL_H_
-#undef ORPSP_VECTOR_FORMS_INL_H_
+#if defined(ORPSP_SIMD_FORMS_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef ORPSP_SIMD_FORMS_INL_H_
+#undef ORPSP_SIMD_FORMS_INL_H_
 #else
-#define ORPSP_VECTOR_FORMS_INL_H_
+#define ORPSP_SIMD_FORMS_INL_H_
 #endif
 
 #include "frame/check.h"
@@ -109,11 +109,6 @@ OrpStatus binary(const A* pSrc1, const B* pSrc2, D* pDst, int len) {
   }
 }
 
-template <class Op, class A, class D>
-OrpStatus binaryInPlace(const A* pSrc, D* pSrcDst, int len) {
-  return binary<Op>(pSrc, static_cast<const D*>(pSrcDst), pSrcDst, len);
-}
-
 template <class Op, class A, class B, class D>
 OrpStatus binarySfs(const A* pSrc1, const B* pSrc2, D* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
@@ -125,11 +120,6 @@ OrpStatus binarySfs(const A* pSrc1, const B* pSrc2, D* pDst, int len, int scaleF
   }
 }
 
-template <class Op, class A, class D>
-OrpStatus binaryInPlaceSfs(const A* pSrc, D* pSrcDst, int len, int scaleFactor) {
-  return binarySfs<Op>(pSrc, static_cast<const D*>(pSrcDst), pSrcDst, len, scaleFactor);
-}
-
 // ---- A vector and a constant: Op(val, pSrc[n]), with the constant on the left Op(pSrc[n], val)
 
 template <class Op, class T, class D>
@@ -139,20 +129,10 @@ OrpStatus constant(const T* pSrc, T val, D* pDst, int len) {
   return StsOk;
 }
 
-template <class Op, class T>
-OrpStatus constantInPlace(T val, T* pSrcDst, int len) {
-  return constant<Op>(static_cast<const T*>(pSrcDst), val, pSrcDst, len);
-}
-
 template <class Op, class T, class D>
 OrpStatus constantSfs(const T* pSrc, T val, D* pDst, int len, int scaleFactor) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   return MapScaled<Op>(scaleFactor, pDst, toSize(len), Constant<T>{val}, Vector<T>{pSrc});
-}
-
-template <class Op, class T>
-OrpStatus constantInPlaceSfs(T val, T* pSrcDst, int len, int scaleFactor) {
-  return constantSfs<Op>(static_cast<const T*>(pSrcDst), val, pSrcDst, len, scaleFactor);
 }
 
 // Op with its operands exchanged.
@@ -181,11 +161,6 @@ OrpStatus unary(const T* pSrc, D* pDst, int len) {
   ORPS_CHECK_VECTOR(len, pSrc, pDst);
   Map(Op{}, pDst, toSize(len), Vector<T>{pSrc});
   return StsOk;
-}
-
-template <class Op, class T>
-OrpStatus unaryInPlace(T* pSrcDst, int len) {
-  return unary<Op>(static_cast<const T*>(pSrcDst), pSrcDst, len);
 }
 
 // One vector of complex elements, Op(Parts).

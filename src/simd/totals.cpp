@@ -1,9 +1,9 @@
-#include "stats/totals.h"
+#include "simd/totals.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "vector/exact.h"
+#include "simd/exact.h"
 
 namespace orpsp {
 namespace {

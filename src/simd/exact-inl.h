@@ -1,14 +1,14 @@
 // Rounding of results that are known in double precision only: the elements whose value lies too close to a tie are
-// computed exactly (vector/exact.h).
-#if defined(ORPSP_VECTOR_EXACT_INL_H_) == defined(HWY_TARGET_TOGGLE)
-#ifdef ORPSP_VECTOR_EXACT_INL_H_
-#undef ORPSP_VECTOR_EXACT_INL_H_
+// computed exactly (simd/exact.h).
+#if defined(ORPSP_SIMD_EXACT_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef ORPSP_SIMD_EXACT_INL_H_
+#undef ORPSP_SIMD_EXACT_INL_H_
 #else
-#define ORPSP_VECTOR_EXACT_INL_H_
+#define ORPSP_SIMD_EXACT_INL_H_
 #endif
 
+#include "simd/exact.h"
 #include "simd/maths-inl.h"
-#include "vector/exact.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
