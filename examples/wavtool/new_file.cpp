@@ -34,7 +34,7 @@ void removeWhenEnded(const std::string& path) {
     sigaction(ending, nullptr, &action);
     if (action.sa_handler == SIG_IGN) continue;  // by nohup, for example
     action.sa_handler = removeAndEnd;
-    action.sa_flags = SA_RESETHAND;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
     sigfillset(&action.sa_mask);
     sigaction(ending, &action, nullptr);
   }

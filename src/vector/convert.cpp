@@ -24,6 +24,8 @@ template <class V>
 struct Two {
   V first, second;
 };
+template <class V>
+Two(V, V) -> Two<V>;
 
 template <class S>
 struct Doubled {

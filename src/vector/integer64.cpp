@@ -42,7 +42,8 @@ Orp64s quotient(Orp64s numerator, Orp64s divisor, int scale) {
     below <<= scale;
   } else {
     // Width of the quotient: 2^bits and more saturate, and less keeps the numerator within 128 bits.
-    const int64_t bits = std::bit_width(magnitude(numerator)) - 1 - int64_t{scale} - std::bit_width(magnitude(divisor));
+    const auto width = [magnitude](Orp64s v) { return static_cast<int64_t>(std::bit_width(magnitude(v))); };
+    const int64_t bits = width(numerator) - 1 - scale - width(divisor);
     if (bits >= 63) return negative ? kLeast : kMost;
     above <<= -scale;
   }

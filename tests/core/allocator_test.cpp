@@ -50,7 +50,7 @@ class Allocator : public testing::Test {
 bool isAligned(const void* block) { return reinterpret_cast<uintptr_t>(block) % 64 == 0; }
 
 TEST_F(Allocator, BlocksAreAlignedWhateverTheAllocatorGives) {
-  for (const size_t offset : {0, 1, 16, 63}) {
+  for (const size_t offset : {0U, 1U, 16U, 63U}) {
     Arena arena(offset);
     arena.install();
     for (const int64_t bytes : {1, 63, 64, 65, 100'000}) {

@@ -62,6 +62,9 @@ struct Functions {
     return static_cast<size_t>(bytes);
   }
 };
+template <class T, class S>
+Functions(const char*, OrpStatus (*)(int*), OrpStatus (*)(S*, T, T, Orp32u), OrpStatus (*)(S**, T, T, Orp32u),
+          OrpStatus (*)(S*), OrpStatus (*)(T*, int, S*)) -> Functions<T, S>;
 #define FUNCTIONS(kind, type)                                                                              \
   Functions {                                                                                              \
 #kind "_" #type, &orps##kind##GetSize_##type, &orps##kind##Init_##type, &orps##kind##InitAlloc_##type, \
@@ -214,7 +217,7 @@ void expectEven(std::vector<double> values) {
   double chiSquare = 0;
   for (const double count : bins) chiSquare += (count - size / kBins) * (count - size / kBins) / (size / kBins);
   EXPECT_NEAR(kBins, chiSquare, 4 * std::sqrt(2.0 * kBins));
-  for (const size_t lag : {1, 2, 3, 4, 8, 16, 64}) {
+  for (const size_t lag : {1U, 2U, 3U, 4U, 8U, 16U, 64U}) {
     double sum = 0;
     for (size_t i = lag; i < values.size(); ++i) sum += (values[i] - 0.5) * (values[i - lag] - 0.5);
     EXPECT_LT(std::fabs(12 * sum / size), 4 / std::sqrt(size)) << lag;

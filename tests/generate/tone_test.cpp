@@ -228,7 +228,7 @@ TEST(Q15, StatesContinueAndEqualTheDirectForms) {
   int toneBytes = 0, triangleBytes = 0;
   ASSERT_EQ(StsOk, orpsToneGetStateSizeQ15_16s(&toneBytes));
   ASSERT_EQ(StsOk, orpsTriangleGetStateSizeQ15_16s(&triangleBytes));
-  for (const size_t misalignment : {0, 3}) {
+  for (const size_t misalignment : {0U, 3U}) {
     Guarded<Orp8u> toneMemory(static_cast<size_t>(toneBytes), misalignment);
     Guarded<Orp8u> triangleMemory(static_cast<size_t>(triangleBytes), misalignment);
     auto* const tone = reinterpret_cast<OrpToneStateQ15_16s*>(toneMemory.data());

@@ -132,7 +132,7 @@ TEST(Companding, FromLawToLaw) {
   ASSERT_TRUE(muByA.size() == 128 && aByMu.size() == 128);
   const auto toMu = results(&orpsALawToMuLaw_8u, allCodes()), toA = results(&orpsMuLawToALaw_8u, allCodes());
   for (size_t i = 0; i < 128; ++i) {
-    for (const size_t sign : {0x00, 0x80}) {
+    for (const size_t sign : {0x00U, 0x80U}) {
       ASSERT_EQ(muByA[i] ^ sign ^ 0xFF, toMu[i ^ sign ^ 0xD5]) << i;
       ASSERT_EQ(aByMu[i] ^ sign ^ 0xD5, toA[i ^ sign ^ 0xFF]) << i;
     }

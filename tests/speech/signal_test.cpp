@@ -94,7 +94,7 @@ void checkUpdate(Update f, bool isPower) {
     for (const int shift : {-9, 0, 1, 15, 31, 99}) {
       SCOPED_TRACE(testing::Message() << "alpha " << alpha << ", shift " << shift);
       const auto a = static_cast<Orp16s>(alpha);
-      for (const size_t len : {1, 2, 3, 50}) {
+      for (const size_t len : {1U, 2U, 3U, 50U}) {
         Guarded<Orp16s> src(random.vector<Orp16s>(len), 1);
         const auto start = random.element<Orp32s>();
         Guarded<Orp32s> mean(std::vector{start}, len);

@@ -15,7 +15,7 @@ double besideAddress(const std::vector<double>& terms, uintptr_t address, size_t
   if (address % 8 != 0) take(1);
   while (terms.size() - n >= count) take(count);
   fold(lanes, 4);
-  for (const size_t block : {4, 2, 1})
+  for (const size_t block : {4U, 2U, 1U})
     if (terms.size() - n >= block) take(block);
   return (lanes[0] + lanes[2]) + (lanes[1] + lanes[3]);
 }
@@ -167,7 +167,7 @@ TEST(Moments, sumOfManySmallNumbers) {
 
 TEST(Moments, deviationWithLargeMean) {
   Random random;
-  for (const size_t len : {2, 3, 1000, 1024, 1025, 50'000}) {
+  for (const size_t len : {2U, 3U, 1000U, 1024U, 1025U, 50'000U}) {
     for (const double mean : {1e3, 1e9, -1e9, 1e12}) {
       std::vector<Orp64f> x(len);
       for (auto& e : x) e = mean + random.element<Orp64f>(orptest::Values::modest);

@@ -183,7 +183,7 @@ void checkCall(const F& form, const std::vector<typename F::A>& a, const std::ve
   const Input<typename F::A, typename F::B> in{a, b, reinterpret_cast<uintptr_t>(pA.data()), extra};
   int i = 0;
   const auto compare = [&]<class M>(const M& model) {
-    const D want = model.template result<D>(in);
+    const auto want = model.template result<D>(in);
     constexpr double kUnits = M::template kUnits<D>;
     bool matches = reference::same(got[i], want);
     if constexpr (kUnits != 0) matches = matches || orptest::ulps(got[i], static_cast<long double>(want)) <= kUnits;

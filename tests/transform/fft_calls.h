@@ -105,7 +105,7 @@ class Spec {
     EXPECT_EQ(StsOk, type.getSize(order, flag, hint, &specBytes, &initBytes, &workBytes));
     const size_t misalignment = static_cast<size_t>(1 + 13 * order);
     memory_ = std::make_unique<Guarded<Orp8u>>(specBytes, misalignment);
-    Guarded<Orp8u> init(initBytes, misalignment + 32);
+    Guarded<Orp8u> init(static_cast<size_t>(initBytes), misalignment + 32);
     EXPECT_EQ(StsOk, type.init(&spec_, order, flag, hint, memory_->data(), initBytes == 0 ? nullptr : init.data()));
     EXPECT_EQ(orpAlignPtr(memory_->data(), 64), spec_);
     EXPECT_EQ(StsOk, type.getBufSize(spec_, &workBytes_));
@@ -121,7 +121,7 @@ class Spec {
   }
 
   void* get() const { return spec_; }
-  int workBytes() const { return workBytes_; }
+  size_t workBytes() const { return static_cast<size_t>(workBytes_); }
   Header header() const { return headerOf(type_, spec_); }
   double factor(bool isInverse) const {
     const Header h = header();

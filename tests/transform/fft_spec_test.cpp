@@ -146,7 +146,7 @@ TEST(FftSpec, InitChecksInOrderAndLeavesThePointerAlone) {
   for (const SpecType* type : specTypes()) {
     const Sizes sizes = reported(type->name, 11, 0);
     for (const Faults& faults : kFaults) {
-      Guarded<Orp8u> memory(sizes.spec, 17), buffer(sizes.init, 17);
+      Guarded<Orp8u> memory(static_cast<size_t>(sizes.spec), 17), buffer(static_cast<size_t>(sizes.init), 17);
       void *const before = &memory, *spec = before;
       const int order = faults.order == 99 ? type->highestOrder + 1 : faults.order;
       EXPECT_EQ(faults.want,
@@ -180,7 +180,7 @@ TEST(FftSpec, FieldsSayWhatWasAskedFor) {
         EXPECT_EQ(flag == 1 || flag == 4, h.scalesForward);
         EXPECT_EQ(flag == 2 || flag == 4, h.scalesInverse);
         EXPECT_EQ(hint, h.hint);
-        EXPECT_EQ(h.workBytes > 0 ? h.workBytes + 64 : 0, spec.workBytes());
+        EXPECT_EQ(static_cast<size_t>(h.workBytes > 0 ? h.workBytes + 64 : 0), spec.workBytes());
         EXPECT_EQ(0, h.isAllocated);
         const double n = static_cast<double>(points(order));
         if (flag <= 2) {

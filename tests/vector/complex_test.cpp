@@ -111,7 +111,7 @@ TEST(Complex, largeOutput) {
   std::vector<Orp32fc> pairs(kLength);
   for (size_t i = 0; i < kLength; ++i)
     pairs[i] = {static_cast<Orp32f>(bytes[2 * i]), static_cast<Orp32f>(bytes[2 * i + 1])};
-  for (const size_t misalignment : {0, 12, 1}) {
+  for (const size_t misalignment : {0U, 12U, 1U}) {
     orptest::Guarded<Orp32fc> source(pairs, misalignment), joined(kLength, misalignment);
     orptest::Guarded<Orp32f> re(kLength, misalignment), im(kLength, misalignment), imaginary(kLength, 0);
     const int len = static_cast<int>(kLength);

@@ -301,7 +301,7 @@ void checkChannels(OrpStatus (*join)(const Orp32f* const*, T*, int),
   auto lengths = orptest::lengthsAroundWidths<T>();
   lengths.push_back(orptest::lengthOfSeveralBlocks<T>());
   for (const auto& length : lengths) {
-    for (const size_t misalignment : {0, 1, 6, 28}) {
+    for (const size_t misalignment : {0U, 1U, 6U, 28U}) {
       SCOPED_TRACE(testing::Message() << length << ", misaligned by " << misalignment);
       const auto count = static_cast<size_t>(length.value);
       std::vector<Orp32f> values[2] = {std::vector<Orp32f>(count), std::vector<Orp32f>(count)};

@@ -77,7 +77,7 @@ void checkOverlaps(OrpStatus (*move)(const T*, T*, int)) {
   Random random;
   for (const int distance :
        {0, 1, 2, 3, 4, 5, 8, 12, 15, 16, 17, 24, 31, 32, 33, 48, 63, 64, 65, 96, 127, 128, 129, 200, 511, 1024}) {
-    for (const size_t len : {1, 2, 3, 7, 16, 33, 64, 100, 257, 1000}) {
+    for (const size_t len : {1U, 2U, 3U, 7U, 16U, 33U, 64U, 100U, 257U, 1000U}) {
       for (const bool up : {false, true}) {
         const size_t bytes = len * sizeof(T), total = bytes + static_cast<size_t>(distance);
         const size_t from = up ? 0 : total - bytes, to = up ? total - bytes : 0;

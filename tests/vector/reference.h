@@ -30,6 +30,8 @@ template <class T>
 struct Pair {
   T re, im;
 };
+template <class T>
+Pair(T, T) -> Pair<T>;
 
 // An operand in the arithmetic that its operation is defined in.
 template <class T>
@@ -196,7 +198,7 @@ struct Name {
   // orpsSubC_16s_I is of SubC.
   template <size_t partSize>
   constexpr bool isOf(const char (&operation)[partSize]) const {
-    return hasAt(4, operation) && text[3 + partSize] == '_';
+    return hasAt(4, operation) && hasAt(3 + partSize, "_");
   }
 };
 

@@ -94,6 +94,6 @@ TEST(Sum, largeOutput) {
   for (auto& x : a) x = static_cast<Orp16s>(random.bits());
   for (auto& x : b) x = static_cast<Orp16s>(random.bits());
   const auto form = elementwise::formOf(elementwise::Operands<2>{}, &orpsSub_16s32f);
-  for (const size_t misalignment : {0, 12, 1})
+  for (const size_t misalignment : {0U, 12U, 1U})
     elementwise::checkCall(form, Difference{}, a, b, std::vector<Orp32f>(kLength), {}, Alias::none, misalignment);
 }

@@ -234,7 +234,7 @@ TEST(Spectrum, DrawsTheSpectrogramWhereThingsHappen) {
 TEST(Spectrum, TakesAnyRecording) {
   const Folder folder;
   const std::string input = folder / "in.wav", output = folder / "out.svg";
-  for (const size_t frames : {1, 2, 3, 10, 255, 257}) {
+  for (const size_t frames : {1U, 2U, 3U, 10U, 255U, 257U}) {
     saveChannels(input, 48000, {noise(frames, 1)});
     spectrum(input, output);
   }
