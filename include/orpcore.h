@@ -4,7 +4,8 @@
  *  Environment, read once, on first use; a malformed value is ignored:
  *  - `ORPCORE_CPU_FEATURES`: hexadecimal mask (with or without 0x) that the detected features are limited to. It can
  *    only take features away.
- *  - `ORPCORE_NUM_THREADS`: decimal, the number of threads to begin with (0 = one per processor core).
+ *  - `ORPCORE_NUM_THREADS`: decimal, the number of threads to begin with (0 = one per processor that the
+ *    process may use).
  *
  *  Every function may be called from any thread.
  */
@@ -41,11 +42,37 @@ ORPCORE_API int orpGetVectorBits(void);
 /** For orpSP alone: notes the width it chose. */
 ORPCORE_API void ownSetVectorBits(int bits);
 
-/** Number of threads that one call of orpSP may use; 1 until the application or the environment asks for more. */
+/** @name Threads
+ *  A call of orpSP uses the calling thread alone until the application or the environment asks for more. Then long
+ * calls of some functions, which say so, are divided among as many threads as the function and this number allow.
+ * Results and statuses are those of one thread.
+ *
+ *  Helpers. orpSP starts threads of its own when the first call wants them, never more than this number less one. A
+ * call that finds them busy with other calls, or for which none can be started, runs on the calling thread. They handle
+ * no signals but those of their own faults. They work under the calling thread's floating-point environment, and raise
+ *  their exceptions there. A helper without work looks for some for 2^17 ticks of the processor's time-stamp counter
+ * (30 to 130 microseconds), then sleeps. Helpers end when orpSP is unloaded; on Windows it stays loaded once it has
+ * any.
+ *
+ *  Waiting. A call returns when all its parts are done. The calling thread does the parts that no helper has begun, and
+ *  waits for those in the middle; it spins about as long as its own part took, then sleeps. So a call takes longer than
+ *  on one thread if the system takes a helper's processor away in the middle of a part, or if one is woken in vain.
+ * What is lost in this way is followed by a pause: calls run on the calling thread alone until they have taken as much
+ * time as was lost, and twice as much after each further loss, up to 64 times, until sharing has gained what the last
+ * loss cost. Therefore, however busy the machine, a sequence of calls takes at most twice the time of one thread, but
+ * for the start of the helpers and the last loss: a time slice of the system, a few milliseconds as a rule.
+ *
+ *  fork. The number of threads of the new process is 1 until it sets another.
+ *  @{ */
+/** Number of threads that one call may use. */
+ORPCORE_API int orpGetNumThreads(void);
+/** For orpSP: the same number. */
 ORPCORE_API int ownGetNumThreads(void);
 
-/** Sets the number of threads that one call may use: 0 = one per processor core, negative values count as 1. */
+/** Sets the number of threads that one call may use: 0 = one per processor that the process may use now, negative
+ *  values count as 1. More than 256 are as good as 256. */
 ORPCORE_API void orpSetNumThreads(int count);
+/** @} */
 
 /** `bytes` bytes of uninitialised memory on a 64-byte boundary; null if `bytes` is not positive or there is no memory.
  *  Costs less than 128 bytes more than asked for. */

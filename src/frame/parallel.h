@@ -37,7 +37,7 @@ bool inParts(int len, const Kernel& kernel) {
   return len < from ? part(0, len) : forEachPart(len, from, part);
 }
 
-// Calls `half` with 0 and with 1, each on a thread of its own. Only for calls that may use two threads.
+// Calls `half` with 0 and with 1, if possible on two threads. Only for calls that may use two threads.
 using HalfFunction = void (*)(const void* call, int which);
 void onTwoThreads(HalfFunction half, const void* call);
 
@@ -57,7 +57,7 @@ __attribute__((always_inline)) inline size_t partBegin(size_t count, int part, i
 // How many threads the core library grants, at least one.
 int grantedThreads();
 
-// Calls work(thread, threads) on each of up to `most` threads; 1 means the calling thread.
+// Calls work(thread, threads) once for each of up to `most` threads. None may wait for another: one thread may do all.
 using TeamFunction = void (*)(const void* call, int thread, int threads);
 void onThreads(int most, TeamFunction work, const void* call);
 

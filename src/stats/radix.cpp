@@ -8,6 +8,7 @@
 #include "frame/check.h"
 #include "frame/entry.h"
 #include "frame/parallel.h"
+#include "frame/pause.h"
 #include "orpsp/stats/sorting.h"
 #include "orpsp/vector/logic.h"
 #include "simd/element.h"
@@ -240,19 +241,21 @@ void sortByTwo(T* data, T* tmp, size_t len) {
   });
 }
 
-// Length from which on two threads share the work.
+// Length from which on a second thread is asked for, and from which on it makes up for moving the keys once more.
 template <class T>
 constexpr size_t kTwoThreadsFrom = sizeof(T) == 8   ? 32
                                    : sizeof(T) == 4 ? 8192
                                                     : SIZE_MAX;
+constexpr size_t kTwoThreadsGainFrom = 8192;
 
 template <bool descend, class T>
 OrpStatus sortRadix(T* pSrcDst, T* pTmp, int len) {
   ORPS_CHECK_VECTOR(len, pSrcDst, pTmp);
-  if (size(len) >= kTwoThreadsFrom<T> && mayUseTwoThreads()) {
+  const auto alone = [=] { sortInto<T, descend>(pSrcDst, pTmp, pSrcDst, size(len)); };
+  if (size(len) < kTwoThreadsFrom<T> || !mayUseTwoThreads() || size(len) < kTwoThreadsGainFrom) {
+    alone();
+  } else if (!ranAlone(alone)) {
     sortByTwo<T, descend>(pSrcDst, pTmp, size(len));
-  } else {
-    sortInto<T, descend>(pSrcDst, pTmp, pSrcDst, size(len));
   }
   return StsOk;
 }

@@ -96,7 +96,8 @@ TEST_F(Environment, NumberOfThreads) {
   set("ORPCORE_NUM_THREADS", "3");
   EXPECT_EQ(3, threads());
   set("ORPCORE_NUM_THREADS", "0");
-  EXPECT_EQ(std::max(1, static_cast<int>(std::thread::hardware_concurrency())), threads());
+  EXPECT_GE(std::max(1, static_cast<int>(std::thread::hardware_concurrency())), threads());
+  EXPECT_LE(1, threads());
 }
 
 TEST_F(Environment, MalformedNumbersOfThreadsAreIgnored) {

@@ -126,9 +126,10 @@ TEST(Exports, AreOnTheList) {
 }
 
 TEST(Exports, OfTheCoreLibrary) {
-  EXPECT_EQ((Names{"orpAlignPtr", "orpFree", "orpGetEnabledCpuFeatures", "orpGetVectorBits", "orpMalloc",
-                   "orpSetAllocator", "orpSetCpuFeatures", "orpSetNumThreads", "ownGetNumThreads", "ownSetVectorBits"}),
-            exportedNames(ORPCORE_FILE));
+  EXPECT_EQ(
+      (Names{"orpAlignPtr", "orpFree", "orpGetEnabledCpuFeatures", "orpGetNumThreads", "orpGetVectorBits", "orpMalloc",
+             "orpSetAllocator", "orpSetCpuFeatures", "orpSetNumThreads", "ownGetNumThreads", "ownSetVectorBits"}),
+      exportedNames(ORPCORE_FILE));
 }
 
 }  // namespace

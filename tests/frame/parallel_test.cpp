@@ -13,9 +13,15 @@
 #if defined(__linux__)
 #include <dlfcn.h>
 #include <pthread.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
 #endif
 
 #include "orpcore.h"
+#include "orpsp.h"
 #include "support/call.h"
 #include "support/export_tables.h"
 #include "support/lengths.h"
@@ -171,41 +177,91 @@ TEST(Parallel, GivesTheBitsOfOneThread) {
 
 #if defined(__linux__)
 
-std::atomic<int> threadsCreated = 0;
+std::atomic<int> threadsCreated = 0, timesAsked = 0;
+std::atomic<bool> threadsFail = false;
 
-// Threads that `call` starts as the first work of its thread. The thread runtime keeps a team for every thread that has
-// opened a parallel region, so a new thread shows whether the call opens one.
-int threadsStartedBy(Call& call) {
-  int started = 0;
-  std::thread([&] {
-    const int before = threadsCreated;
-    call();
-    started = threadsCreated - before;
-  }).join();
-  return started;
-}
-
-TEST(Parallel, UsesTheSecondThreadFromTheThresholdOn) {
-  orpSetNumThreads(2);
+// A call that may use two threads asks for their number.
+TEST(Parallel, AsksForThreadsFromTheThresholdOn) {
   for (const Shared& shared : kShared) {
     Call below(shared.exported(), shared.threshold - 1), at(shared.exported(), shared.threshold);
     below.fillWithOnes();
     at.fillWithOnes();
-    EXPECT_EQ(0, threadsStartedBy(below)) << shared.name << ", threshold - 1";
-    EXPECT_EQ(1, threadsStartedBy(at)) << shared.name << ", threshold";
+    timesAsked = 0;
+    below();
+    EXPECT_EQ(0, timesAsked) << shared.name << ", threshold - 1";
+    at();
+    EXPECT_NE(0, timesAsked) << shared.name << ", threshold";
   }
-  orpSetNumThreads(1);
 }
 
-TEST(Parallel, NoOtherCallUsesASecondThread) {
-  orpSetNumThreads(2);
+TEST(Parallel, NoOtherCallAsksForThreads) {
   for (const Export& each : sweptExports()) {
     const auto isThis = [&](const Shared& shared) { return std::string_view(shared.name) == each.name; };
     if (std::any_of(std::begin(kShared), std::end(kShared), isThis)) continue;
     Call call(each, 20'000);
     call.fillWithOnes();
-    EXPECT_EQ(0, threadsStartedBy(call)) << each.name;
+    timesAsked = 0;
+    call();
+    EXPECT_EQ(0, timesAsked) << each.name;
   }
+}
+
+bool dividesRight() {
+  const std::vector<float> three(100'000, 3.0f), six(100'000, 6.0f);
+  std::vector<float> quotient(three.size());
+  return orpsDiv_32f(three.data(), six.data(), quotient.data(), static_cast<int>(three.size())) == StsOk &&
+         quotient == std::vector<float>(three.size(), 2.0f);
+}
+
+// Runs `body` in a forked process; whether it came back in time, with true.
+template <class Body>
+bool inFork(const Body& body) {
+  const pid_t child = fork();
+  if (child == 0) {
+    alarm(60);
+    std::exit(body() ? 0 : 1);  // with the library's farewell
+  }
+  int status = -1;
+  return waitpid(child, &status, 0) == child && status == 0;
+}
+
+// What one process saw of the threads of a fresh library.
+TEST(Parallel, StartsAThreadOnceItIsGrantedAndWanted) {
+  EXPECT_TRUE(inFork([] {
+    const int before = threadsCreated;
+    const bool single = dividesRight() && threadsCreated == before;
+    orpSetNumThreads(2);
+    while (threadsCreated == before) dividesRight();  // a pause of the parent is the child's, too
+    for (int i = 0; i < 100; ++i)
+      if (!dividesRight()) return false;
+    return single && threadsCreated == before + 1;
+  }));
+}
+
+TEST(Parallel, DoesWithoutThreadsThatCannotBeStarted) {
+  EXPECT_TRUE(inFork([] {
+    threadsFail = true;
+    orpSetNumThreads(2);
+    for (int i = 0; i < 100; ++i)
+      if (!dividesRight()) return false;
+    threadsFail = false;
+    const int before = threadsCreated;
+    while (threadsCreated == before) dividesRight();  // it keeps trying, now and then
+    return dividesRight();
+  }));
+}
+
+TEST(Parallel, ForkedProcessesStartWithoutHelpers) {
+  orpSetNumThreads(2);
+  EXPECT_TRUE(dividesRight());
+  EXPECT_TRUE(inFork([] {
+    const int before = threadsCreated;
+    const bool single = dividesRight() && threadsCreated == before;
+    orpSetNumThreads(2);
+    while (threadsCreated == before) dividesRight();
+    return single && inFork([] { return dividesRight(); });
+  }));
+  EXPECT_TRUE(dividesRight());
   orpSetNumThreads(1);
 }
 
@@ -214,13 +270,19 @@ TEST(Parallel, NoOtherCallUsesASecondThread) {
 }  // namespace
 
 #if defined(__linux__)
-// Takes the place of the system's function for the whole process, and counts.
+// These two take the place of the system's and of orpcore's function for the whole process.
 extern "C" __attribute__((visibility("default"))) int pthread_create(pthread_t* thread,
                                                                      const pthread_attr_t* attributes,
                                                                      void* (*body)(void*), void* argument) noexcept {
   static const auto create = reinterpret_cast<decltype(&pthread_create)>(dlsym(RTLD_NEXT, "pthread_create"));
+  if (threadsFail) return EAGAIN;
   ++threadsCreated;
   return create(thread, attributes, body, argument);
+}
+
+extern "C" __attribute__((visibility("default"))) int ownGetNumThreads() {
+  ++timesAsked;
+  return orpGetNumThreads();
 }
 #endif
 

@@ -77,7 +77,7 @@ OrpStatus orpsSortIndexDescend_64f_I(Orp64f* pSrcDst, Orp32s* pDstIndx, int len)
  *  directions. pTmp is a work buffer of len elements; it may not overlap pSrcDst.
  *  Digits: 8 bits of 8- and 16-bit keys; 11, 11 and 10 bits of 32-bit keys, twice that of 64-bit keys. Where the method
  *  of Sort is quicker, as for short vectors and on processors with wide ones, it is used, to the same result.
- *  Two threads from: 8192 elements of 32 bits, 32 of 64 bits, if `ownGetNumThreads` (orpcore) grants as many.
+ *  Two threads (orpcore.h) may be asked for from: 8192 elements of 32 bits, 32 of 64 bits; they share from 8192 on.
  *  @{ */
 OrpStatus orpsSortRadixAscend_8u_I(Orp8u* pSrcDst, Orp8u* pTmp, int len);
 OrpStatus orpsSortRadixDescend_8u_I(Orp8u* pSrcDst, Orp8u* pTmp, int len);

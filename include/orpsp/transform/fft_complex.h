@@ -23,8 +23,8 @@
  *  not depend on addresses, nor on the number of threads. A NaN or an infinity among the points may turn any result
  *  into a NaN; so may points so large that a sum overflows.
  *
- *  Threads. From 2^16 points on a call uses as many threads as the core library grants (one until the application asks
- *  for more), as far as there is working memory for them.
+ *  Threads. From 2^16 points on a call may use as many threads as the core library grants (orpcore.h; one until the
+ *  application asks for more), as far as there is working memory for them.
  *
  *  Statuses, in this order: `StsNullPtr` (the specification), `StsSpecMismatch` (one of another type, or one that was
  *  released), `StsNullPtr` (an array), `StsNoMemory` (no buffer given and none to be had), `StsOk`. Nothing is written
