@@ -18,8 +18,9 @@ namespace orpsp {
 // Where the arguments of the call out of place come from, by index.
 template <class... A>
 struct InPlaceOrder {
-  static constexpr bool kIsPointer[] = {std::is_pointer_v<A>...};
-  static constexpr bool kIsDestination[] = {std::is_pointer_v<A> && !std::is_const_v<std::remove_pointer_t<A>>...};
+  static constexpr bool kIsPointer[sizeof...(A)] = {std::is_pointer_v<A>...};
+  static constexpr bool kIsDestination[sizeof...(A)] = {std::is_pointer_v<A> &&
+                                                        !std::is_const_v<std::remove_pointer_t<A>>...};
 
   static constexpr size_t kSources = [] {  // other ones, which come first
     size_t i = 0;
