@@ -129,20 +129,31 @@ HWY_INLINE auto IsNegative(D d, V x) {
   return hn::RebindMask(d, hn::Lt(hn::BitCast(di, x), hn::Zero(di)));
 }
 
+// Magnitudes, in order, that AngleOf takes as they are.
+template <class D, class V, class T = hn::TFromD<D>>
+HWY_INLINE auto IsWithinBounds(D d, V smaller, V larger) {
+  using C = AngleConstants<T>;
+  return hn::And(hn::Ge(smaller, hn::Set(d, C::kLeast)), hn::Le(larger, hn::Set(d, C::kMost)));
+}
+
 template <class D, class V, class T = hn::TFromD<D>>
 HWY_NOINLINE V Arctan2OfAny(D d, V y, V x) {
   using C = AngleConstants<T>;
   const auto infinity = hn::Set(d, kInfinity<T>), one = hn::Set(d, T{1});
   auto h = hn::Abs(y), w = hn::Abs(x);
   const auto isSteep = hn::Gt(h, w), isLeft = IsNegative(d, x);
-  // Of two infinities or two zeros, (1, 1) has the angle or (1, 0), up to the signs.
+  // (1, 1) has the angle of two infinities, (1, 0) that of two zeros, up to the signs.
   const auto areInfinite = hn::And(hn::Eq(h, infinity), hn::Eq(w, infinity));
   const auto areZero = hn::Eq(hn::Max(h, w), hn::Zero(d));
   h = hn::IfThenElse(areInfinite, one, h);
   w = hn::IfThenElse(hn::Or(areInfinite, areZero), one, w);
   const auto larger = hn::Max(h, w), smaller = hn::Min(w, h);
+  // What is within the bounds stays as it is, so that it gets the bits that it gets without unusual neighbours.
+  const auto isUsual = IsWithinBounds(d, smaller, larger);
   const auto isLarge = hn::Gt(larger, hn::Set(d, C::kLarge)), isSmall = hn::Lt(larger, hn::Set(d, 1 / C::kLarge));
-  const auto scale = hn::IfThenElse(isLarge, hn::Set(d, C::kDown), hn::IfThenElse(isSmall, hn::Set(d, C::kUp), one));
+  const auto unusualScale =
+      hn::IfThenElse(isLarge, hn::Set(d, C::kDown), hn::IfThenElse(isSmall, hn::Set(d, C::kUp), one));
+  const auto scale = hn::IfThenElse(isUsual, one, unusualScale);
   const auto p = hn::Mul(larger, scale), q = hn::Mul(smaller, scale);
   // A quotient too small for a remainder is the angle's tangent and the angle; scaling could have cut digits.
   const auto counts = hn::And(hn::Ge(q, hn::Set(d, C::kLeast)), hn::Lt(larger, infinity));
@@ -157,11 +168,9 @@ HWY_NOINLINE V Arctan2OfAny(D d, V y, V x) {
 // The angle of (x, y) in [-pi, pi], zeros and infinities as C's atan2 has them.
 template <class D, class V, class T = hn::TFromD<D>>
 HWY_INLINE V Arctan2(D d, V y, V x) {
-  using C = AngleConstants<T>;
   const auto h = hn::Abs(y), w = hn::Abs(x);
   const auto larger = hn::Max(h, w), smaller = hn::Min(w, h);  // a NaN comes out of one of them
-  const auto usual = hn::And(hn::Ge(smaller, hn::Set(d, C::kLeast)), hn::Le(larger, hn::Set(d, C::kMost)));
-  if (HWY_UNLIKELY(!hn::AllTrue(d, usual))) return Arctan2OfAny(d, y, x);
+  if (HWY_UNLIKELY(!hn::AllTrue(d, IsWithinBounds(d, smaller, larger)))) return Arctan2OfAny(d, y, x);
   return AngleInPlane(d, y, smaller, larger, hn::Gt(h, w), IsNegative(d, x));
 }
 
