@@ -29,21 +29,24 @@ template <class T, size_t count>
 using TagOf = hn::FixedTag<Lane<T>, count * Element<T>::kLanes>;
 
 #if HWY_TARGET != HWY_AVX3
-// Copies 1 to 32 bytes by pairs of overlapping moves.
+// The first and the last `size` of some bytes, which may overlap.
+template <size_t size>
+HWY_INLINE void CopyEnds(char* to, const char* from, size_t bytes) {
+  char first[size], last[size];
+  __builtin_memcpy(first, from, size);
+  __builtin_memcpy(last, from + (bytes - size), size);
+  __builtin_memcpy(to, first, size);
+  __builtin_memcpy(to + (bytes - size), last, size);
+}
+
+// Copies 1 to 32 bytes.
 HWY_INLINE void CopyFew(void* to, const void* from, size_t bytes) {
   char* const t = static_cast<char*>(to);
   const char* const f = static_cast<const char*>(from);
-  const auto pair = [&](auto size) HWY_ATTR {
-    char first[size], last[size];
-    __builtin_memcpy(first, f, size);
-    __builtin_memcpy(last, f + (bytes - size), size);
-    __builtin_memcpy(t, first, size);
-    __builtin_memcpy(t + (bytes - size), last, size);
-  };
-  if (bytes >= 16) return pair(std::integral_constant<size_t, 16>{});
-  if (bytes >= 8) return pair(std::integral_constant<size_t, 8>{});
-  if (bytes >= 4) return pair(std::integral_constant<size_t, 4>{});
-  if (bytes >= 2) return pair(std::integral_constant<size_t, 2>{});
+  if (bytes >= 16) return CopyEnds<16>(t, f, bytes);
+  if (bytes >= 8) return CopyEnds<8>(t, f, bytes);
+  if (bytes >= 4) return CopyEnds<4>(t, f, bytes);
+  if (bytes >= 2) return CopyEnds<2>(t, f, bytes);
   *t = *f;
 }
 #endif
