@@ -20,6 +20,19 @@
  *  a scale factor saturate. Floating-point calls follow IEEE 754 in the precision of their type; NaN and infinity
  *  propagate as IEEE 754 arithmetic makes them, and the sign and payload of a NaN result are not specified.
  *
+ *  The floating-point environment is that of the thread that calls (on x86-64 the register MXCSR), also for threads
+ *  that share the call. A call leaves its modes as they are.
+ *  - Rounding mode. Floating-point arithmetic follows it: sums, differences, products and quotients, thresholds with a
+ *    reciprocal, sums over a vector and norms, FFTs of floating-point elements. Error bounds and sums in a documented
+ *    order hold for round-to-nearest. All other results are the same bits in every mode: integers and half precision,
+ *    conversions, roots, exponentials, logarithms, angles and magnitudes of complex elements, robust weights,
+ *    generators and windows, FFTs of integers, whatever is copied, compared, searched or sorted.
+ *  - Flush to zero. A floating-point result that would be a subnormal number may be 0. Integer results do not change.
+ *  - Denormals are zero. Subnormal elements and constants count as 0, also where they are compared (which includes
+ *    sorts with an index).
+ *  - Exceptions are to be masked, as they are unless a program asks for traps; which flags a call raises is not
+ *    specified.
+ *
  *  Threads. Every call is re-entrant; calls on different arrays may run at the same time. Element-wise results are the
  *  same bits on every processor and for any number of threads; where a function says that they may differ between
  *  processors (floating-point results of elementary functions), an element still gives the same bits in every call,

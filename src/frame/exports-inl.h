@@ -3,10 +3,17 @@
 //   #define ORPSP_TABLE "exports/sum.inc"
 //   #include "frame/exports-inl.h"
 //
+// ORPSP_NEAREST, if it is defined, is the rule for exports that round to nearest in every mode (frame/nearest-inl.h).
+//
 // No include guard: read once a width. Inside the width's namespace a line of the table becomes a constant of the
 // prototype's type; in the last pass the constants of all widths become slots and entry. The line of a call in place,
 // ORPS_EXPORT_IN_PLACE, names the implementation of the call out of place.
 #include "frame/in_place.h"
+#include "frame/nearest-inl.h"
+
+#ifndef ORPSP_NEAREST
+#define ORPSP_NEAREST never
+#endif
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -29,11 +36,12 @@ struct InPlace<OrpStatus (*)(A...), call> {
 };
 
 #undef ORPS_EXPORT
-#define ORPS_EXPORT(name, ...) constexpr decltype(&::name) name = &__VA_ARGS__
+#define ORPS_EXPORT(name, ...)                                      \
+  constexpr decltype(&::name) implementation_##name = &__VA_ARGS__; \
+  constexpr decltype(&::name) name = chosen<ORPSP_NEAREST<decltype(&::name)>, implementation_##name>()
 #undef ORPS_EXPORT_IN_PLACE
 #define ORPS_EXPORT_IN_PLACE(name, ...) \
-  constexpr decltype(&::name) name =    \
-      &InPlace<decltype(&::name), static_cast<OutOfPlace<decltype(&::name)>::Type>(&__VA_ARGS__)>::Call
+  ORPS_EXPORT(name, InPlace<decltype(&::name), static_cast<OutOfPlace<decltype(&::name)>::Type>(&__VA_ARGS__)>::Call)
 #include ORPSP_TABLE
 
 }  // namespace table
@@ -58,3 +66,4 @@ namespace orpsp {
 #endif
 
 #undef ORPSP_TABLE
+#undef ORPSP_NEAREST

@@ -334,4 +334,5 @@ using Uniform = std::conditional_t<std::is_integral_v<T>, UniformInteger<T>, Uni
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/random.inc"
+#define ORPSP_NEAREST always
 #include "frame/exports-inl.h"

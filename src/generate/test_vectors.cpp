@@ -63,4 +63,5 @@ OrpStatus jaehne(T* pDst, int len, T magnitude) {
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/test_vectors.inc"
+#define ORPSP_NEAREST always
 #include "frame/exports-inl.h"

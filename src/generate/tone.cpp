@@ -266,4 +266,5 @@ OrpStatus generateDirect(Orp16s* pDst, int len, Parameter... parameter) {
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/tone.inc"
+#define ORPSP_NEAREST always
 #include "frame/exports-inl.h"

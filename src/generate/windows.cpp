@@ -259,4 +259,5 @@ OrpStatus windowSfs(const E* pSrc, E* pDst, int len, int alphaQ15, int scaleFact
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/windows.inc"
+#define ORPSP_NEAREST always
 #include "frame/exports-inl.h"

@@ -27,7 +27,7 @@ HWY_INLINE W PowerOfTwo(int scale) {
   return __builtin_bit_cast(W, static_cast<Bits>(static_cast<Bits>(biased) << kMantissaBits));
 }
 
-// The same for exact results that are rounded and saturated: beyond +-100 nothing changes any more, since all but 0
+// 2^-scale for exact results that are rounded and saturated: beyond +-100 nothing changes any more, since all but 0
 // vanish or saturate.
 HWY_INLINE double UnitOfScale(int scale) { return PowerOfTwo<double>(HWY_MIN(HWY_MAX(scale, -100), 100)); }
 

@@ -140,4 +140,5 @@ OrpStatus derivatives(float* pSrcDst, float* pDst2, int len, float s) {
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/cauchy.inc"
+#define ORPSP_NEAREST always
 #include "frame/exports-inl.h"

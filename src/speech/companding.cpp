@@ -235,4 +235,5 @@ OrpStatus mappedTwice(const From* pSrc, To* pDst, int len) {
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/companding.inc"
+#define ORPSP_NEAREST fromFloatsIntoIntegers
 #include "frame/exports-inl.h"

@@ -212,4 +212,5 @@ OrpStatus sumWindow(const T* pSrc, Orp32f* pDst, int len, int windowLen) {
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/filters.inc"
+#define ORPSP_NEAREST always
 #include "frame/exports-inl.h"

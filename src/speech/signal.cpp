@@ -128,4 +128,5 @@ OrpStatus demodulate(const Orp16sc* pSrc, Orp16s* pDst, int len, Orp16sc* pPrevi
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/signal.inc"
+#define ORPSP_NEAREST always
 #include "frame/exports-inl.h"

@@ -167,7 +167,7 @@ HWY_INLINE void LowerBounds(const T* table, size_t len, const T* values, size_t*
 }
 
 template <size_t count, class T>
-HWY_INLINE void Nearest(const T* table, size_t len, const T* pValues, T* found, int* indexes) {
+HWY_INLINE void FindNearest(const T* table, size_t len, const T* pValues, T* found, int* indexes) {
   T values[count];
   size_t bounds[count];
 #pragma GCC unroll 8
@@ -188,7 +188,7 @@ HWY_INLINE void Nearest(const T* table, size_t len, const T* pValues, T* found, 
 template <class T>
 OrpStatus findNearestOne(T inpVal, const T* pTable, int tblLen, T* pOutVal, int* pOutIndex) {
   ORPS_CHECK_VECTOR(tblLen, pTable, pOutVal, pOutIndex);
-  Nearest<1>(pTable, toSize(tblLen), &inpVal, pOutVal, pOutIndex);
+  FindNearest<1>(pTable, toSize(tblLen), &inpVal, pOutVal, pOutIndex);
   return StsOk;
 }
 
@@ -199,8 +199,8 @@ OrpStatus findNearest(const T* pVals, T* pOutVals, int* pOutIndexes, int len, co
   constexpr int kAtOnce = 8;
   int n = 0;
   for (; n + kAtOnce <= len; n += kAtOnce)
-    Nearest<kAtOnce>(pTable, toSize(tblLen), pVals + n, pOutVals + n, pOutIndexes + n);
-  for (; n < len; ++n) Nearest<1>(pTable, toSize(tblLen), pVals + n, pOutVals + n, pOutIndexes + n);
+    FindNearest<kAtOnce>(pTable, toSize(tblLen), pVals + n, pOutVals + n, pOutIndexes + n);
+  for (; n < len; ++n) FindNearest<1>(pTable, toSize(tblLen), pVals + n, pOutVals + n, pOutIndexes + n);
   return StsOk;
 }
 

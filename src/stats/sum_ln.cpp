@@ -147,4 +147,5 @@ OrpStatus sumLn(const T* pSrc, int len, R* pSum) {
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/sum_ln.inc"
+#define ORPSP_NEAREST always
 #include "frame/exports-inl.h"

@@ -123,4 +123,5 @@ OrpStatus inverseSfs(const From* pSrc, To* pDst, const Handle* pFFTSpec, int sca
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/fft_integer.inc"
+#define ORPSP_NEAREST always
 #include "frame/exports-inl.h"

@@ -114,4 +114,5 @@ OrpStatus release(Handle* pFFTSpec) {
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/fft_spec.inc"
+#define ORPSP_NEAREST always
 #include "frame/exports-inl.h"

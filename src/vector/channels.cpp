@@ -140,4 +140,5 @@ OrpStatus splitScaled(const T* pSrc, Orp32f* const pDst[2], int len) {
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/channels.inc"
+#define ORPSP_NEAREST always
 #include "frame/exports-inl.h"

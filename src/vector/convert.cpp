@@ -8,6 +8,7 @@
 #define HWY_TARGET_INCLUDE "vector/convert.cpp"
 #include <hwy/foreach_target.h>
 
+#include "frame/nearest-inl.h"
 #include "simd/forms-inl.h"
 #include "simd/half-inl.h"
 #include "simd/round-inl.h"
@@ -144,7 +145,7 @@ HWY_INLINE hn::Vec<D> Narrowed(D d, V v) {
   }
 }
 
-// The same without saturation: the lower bits of each lane. 8-bit destinations need no more than 16 of them.
+// Integers narrowed without saturation: the lower bits of each lane. 8-bit destinations need no more than 16 of them.
 template <class T, class D, class V>
 HWY_INLINE hn::Vec<D> Truncated(D d, V v) {
   if constexpr (sizeof(T) == 3) {
@@ -389,10 +390,19 @@ OrpStatus narrow(const S* pSrc, D* pDst, int len) {
   return narrowSfs(pSrc, pDst, len, 0);
 }
 
+// ---- Conversions that round in floating point: by mode or after scaling, or to fewer digits
+
+template <class Function>
+inline constexpr bool whereRounded = false;
+template <class S, class D, class... A>
+inline constexpr bool whereRounded<OrpStatus (*)(const S*, D*, int, A...)> = (isOfFloats<S*> || isOfFloats<D*>)&&(
+    sizeof...(A) > 0 || std::numeric_limits<S>::digits > std::numeric_limits<D>::digits);
+
 }  // namespace
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/convert.inc"
+#define ORPSP_NEAREST whereRounded
 #include "frame/exports-inl.h"

@@ -327,4 +327,5 @@ OrpStatus normalizeSfs(const T* pSrc, T* pDst, int len, T vSub, int vDiv, int sc
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/divide.inc"
+#define ORPSP_NEAREST intoIntegers
 #include "frame/exports-inl.h"

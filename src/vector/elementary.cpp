@@ -168,4 +168,5 @@ OrpStatus logarithmSfs(const T* pSrc, D* pDst, int len, int scaleFactor) {
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/elementary.inc"
+#define ORPSP_NEAREST always
 #include "frame/exports-inl.h"

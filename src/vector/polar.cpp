@@ -106,4 +106,5 @@ OrpStatus polarToCart(const T* pSrcMagn, const T* pSrcPhase, D* pDst, int len) {
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/polar.inc"
+#define ORPSP_NEAREST always
 #include "frame/exports-inl.h"

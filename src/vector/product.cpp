@@ -193,4 +193,5 @@ OrpStatus constantTo16s(const Orp32f* pSrc, Orp32f val, Orp16s* pDst, int len, i
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/product.inc"
+#define ORPSP_NEAREST fromFloatsIntoIntegers
 #include "frame/exports-inl.h"

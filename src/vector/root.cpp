@@ -30,8 +30,8 @@ struct Root : Watch<T> {
   }
 };
 
-// Of integers n < 2^32, exact in W as they are. A root times 2^-s is a tie or differs from the next one by more than
-// 1 / (8 y^2) of itself, y being the result: double knows the difference, and float for y < 2^10.
+// Roots of integers n < 2^32, exact in W as they are. A root times 2^-s is a tie or differs from the next one by more
+// than 1 / (8 y^2) of itself, y being the result: double knows the difference, and float for y < 2^10.
 template <class W>
 struct IntegerRoot : Watch<W> {
   static constexpr size_t kWorkBytes = sizeof(W);
@@ -57,7 +57,7 @@ HWY_INLINE Doubles RoundedRootOf64(V n, int scale, double unit) {
   return RoundedExactly(hn::Mul(hn::Sqrt(x), hn::Set(dw, unit)), 0x1p32, 0x1p-19, exact, hn::BitCast(dw, bits));
 }
 
-// Of signed 64 bits, for results below 2^32.
+// Roots of signed 64-bit integers, for results below 2^32.
 struct LongRoot : Watch<double> {
   static constexpr size_t kWorkBytes = sizeof(double);
   int scale;
@@ -328,4 +328,5 @@ OrpStatus magnitudeSfs(const T* pSrc, D* pDst, int len, int scaleFactor) {
 HWY_AFTER_NAMESPACE();
 
 #define ORPSP_TABLE "exports/root.inc"
+#define ORPSP_NEAREST always
 #include "frame/exports-inl.h"

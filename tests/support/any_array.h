@@ -20,6 +20,9 @@ class AnyArray {
   virtual void fill(uint64_t stream, Values values) = 0;
   virtual void fillWithOnes() = 0;
   virtual void clear(size_t n) = 0;
+  // Elements of another array of the same type: makes all of this one its i-th; whether they are, as bits or both NaN.
+  virtual void repeat(const AnyArray& other, size_t i) = 0;
+  virtual bool repeats(const AnyArray& other, size_t i) const = 0;
   virtual bool untouched() const = 0;
   virtual std::vector<unsigned char> bytes() const = 0;  // with one bit pattern for every NaN
 };
@@ -47,6 +50,17 @@ class ArrayOf final : public AnyArray {
   void clear(size_t n) override { array_.set(n, T{}); }
   bool untouched() const override { return array_.untouched(); }
 
+  void repeat(const AnyArray& other, size_t i) override {
+    const T element = static_cast<const ArrayOf&>(other).array_[i];
+    for (size_t n = 0; n < array_.size(); ++n) array_.set(n, element);
+  }
+  bool repeats(const AnyArray& other, size_t i) const override {
+    const T element = static_cast<const ArrayOf&>(other).array_[i];
+    for (size_t n = 0; n < array_.size(); ++n)
+      if (!areSame(array_[n], element)) return false;
+    return true;
+  }
+
   std::vector<unsigned char> bytes() const override {
     const std::vector<T> values = array_.values();
     std::vector<unsigned char> bytes(values.size() * sizeof(T));
@@ -63,6 +77,18 @@ class ArrayOf final : public AnyArray {
   }
 
  private:
+  static bool areSame(const T& a, const T& b) {
+    Part<T> partsA[kParts<T>], partsB[kParts<T>];
+    std::memcpy(partsA, &a, sizeof(a));
+    std::memcpy(partsB, &b, sizeof(b));
+    for (int i = 0; i < kParts<T>; ++i) {
+      if constexpr (std::is_floating_point_v<Part<T>>)
+        if (std::isnan(partsA[i]) && std::isnan(partsB[i])) continue;
+      if (std::memcmp(&partsA[i], &partsB[i], sizeof(partsA[i])) != 0) return false;
+    }
+    return true;
+  }
+
   Guarded<T> array_;
 };
 

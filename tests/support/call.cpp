@@ -26,6 +26,15 @@ bool Export::hasBitStrings() const { return std::string_view(name).find("_1u") !
 
 bool Export::isSort() const { return std::string_view(name).starts_with("orpsSort"); }
 
+bool Export::hasFloats() const {
+  return std::any_of(parameters.begin(), parameters.end(), [](const Parameter& p) { return p.isFloat; });
+}
+
+bool Export::hasIntegerResult() const {
+  return std::any_of(parameters.begin(), parameters.end(),
+                     [](const Parameter& p) { return p.element && !p.isSource && p.isInteger; });
+}
+
 bool Export::hasWorkArray() const { return std::string_view(name).starts_with("orpsSortRadix"); }
 
 size_t Export::length() const {
@@ -112,6 +121,16 @@ std::vector<unsigned char> Call::result() const {
     all.insert(all.end(), bytes.begin(), bytes.end());
   }
   return all;
+}
+
+void Call::takeElement(const Call& other, size_t i) {
+  for (size_t k = 0; k < arrays_.size(); ++k) arrays_[k]->repeat(*other.arrays_[k], i);
+}
+
+bool Call::resultIsElement(const Call& other, size_t i) const {
+  for (size_t k = export_.sources(); k < arrays_.size(); ++k)
+    if (!arrays_[k]->repeats(*other.arrays_[k], i)) return false;
+  return true;
 }
 
 bool Call::untouched() const {

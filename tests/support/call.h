@@ -31,6 +31,7 @@ struct Slot {
 struct Parameter {
   const std::type_info* element;  // null where no array is passed
   bool isSource;
+  bool isFloat, isInteger;  // of half precision it is both
   size_t elementBytes;
   std::unique_ptr<AnyArray> (*makeArray)(size_t len, size_t misalignment);
 };
@@ -52,6 +53,8 @@ struct Export {
   size_t lastArray() const;   // index of the last array
   bool hasWorkArray() const;  // which is the last one then; what it holds after the call says nothing
   bool isSort() const;
+  bool hasFloats() const;
+  bool hasIntegerResult() const;
 
   // What a sweep's `extra` is as the further argument at index i.
   int further(size_t i, int extra) const;
@@ -65,9 +68,11 @@ Parameter describeParameter() {
   if constexpr (std::is_pointer_v<A>) {
     using Pointed = std::remove_pointer_t<A>;
     using Element = std::remove_const_t<Pointed>;
-    return {&typeid(Element), std::is_const_v<Pointed>, sizeof(Element), &makeArray<Element>};
+    constexpr bool kIsHalf = std::is_same_v<Element, Orp16f>, kIsFloat = std::is_floating_point_v<Part<Element>>;
+    return {&typeid(Element), std::is_const_v<Pointed>, kIsFloat || kIsHalf,
+            !kIsFloat,        sizeof(Element),          &makeArray<Element>};
   } else {
-    return {nullptr, false, 0, nullptr};
+    return {nullptr, false, std::is_floating_point_v<A>, false, 0, nullptr};
   }
 }
 
@@ -114,10 +119,16 @@ class Call {
   std::vector<Sharing> sharings() const;
   void share(const Sharing& sharing);
 
+  // Makes every element of every array the i-th one of `other`, a call of the same export.
+  void takeElement(const Call& other, size_t i);
+
   bool untouched() const;  // every array holds the pattern
 
   // The destinations and results as bytes, one behind the other, with one bit pattern for every NaN.
   std::vector<unsigned char> result() const;
+
+  // Every element of the destinations is the i-th one of those of `other`, NaNs being all the same.
+  bool resultIsElement(const Call& other, size_t i) const;
 
  private:
   const Export export_;

@@ -17,6 +17,7 @@ inline constexpr uint64_t kSeed = 0x6F72'7073'5053'2071;  // printed by every te
 enum class Values {
   mixed,   // integers of every magnitude and the extreme ones; floats likewise, with infinities, NaNs and subnormals
   finite,  // the same without infinities and NaNs
+  bits,    // floats of any bits, every exponent as likely as every other; integers as in mixed
   modest   // floats in (-1, 1); integers in [-100, 100], unsigned ones in [0, 100]
 };
 
@@ -54,8 +55,12 @@ class Random {
 
  private:
   template <class T>
+  using BitsOf = std::conditional_t<sizeof(T) == 4, uint32_t, uint64_t>;
+
+  template <class T>
   T number(Values values) {
     if constexpr (std::is_floating_point_v<T>) {
+      if (values == Values::bits) return std::bit_cast<T>(static_cast<BitsOf<T>>(bits()));
       return values == Values::modest ? modestFloat<T>() : mixedFloat<T>(values == Values::mixed);
     } else {
       return values == Values::modest ? modestInteger<T>() : mixedInteger<T>();
@@ -104,7 +109,7 @@ class Random {
 
   template <class T>
   T anyFinite() {
-    using Bits = std::conditional_t<sizeof(T) == 4, uint32_t, uint64_t>;
+    using Bits = BitsOf<T>;
     constexpr Bits kExponent = std::bit_cast<Bits>(std::numeric_limits<T>::infinity());
     Bits any;
     do any = static_cast<Bits>(bits());
