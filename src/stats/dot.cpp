@@ -125,7 +125,7 @@ struct RealByPairs16 : ComplexSums<int32_t> {
   }
 };
 
-// The real elements twice each.
+// Each real element is taken twice, once for either part.
 struct RealByPairs32 : ComplexSums<int64_t> {
   HWY_INLINE void Add(size_t, auto a, auto b) {
     re.Add(hn::MulEven(a, b));
@@ -157,7 +157,7 @@ HWY_NOINLINE auto ExactProduct(size_t len, const A* a, const B* b) {
   }
 }
 
-// To a type that holds every total, or rounded once.
+// The result type holds every total, or the total is rounded once.
 template <class A, class B, class R>
 OrpStatus productOfIntegers(const A* pSrc1, const B* pSrc2, int len, R* pDp) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDp);

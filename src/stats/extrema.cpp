@@ -41,7 +41,7 @@ struct Greatest {
   static HWY_INLINE auto IsBetter(auto x, auto best) { return hn::Gt(x, best); }
 };
 
-// ---- Of what: the keys of the elements
+// ---- Keys of the elements: what an extreme is of
 
 // The elements themselves. SSSE3 compares only signed lanes of 16 and 32 bits: unsigned ones have their top bit
 // flipped.

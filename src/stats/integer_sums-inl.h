@@ -64,7 +64,7 @@ class HalfSums {
       low_ = high_ = hn::Zero(D{});
     }
   }
-  // Flushed, and the halves weighed as what they are, or as lanes of their own.
+  // The totals of flushed halves: weighed as what they are, or as lanes of their own.
   HWY_INLINE Uint128 Total() const { return Low() + (Uint128{High()} << kHalf); }
   HWY_INLINE uint64_t TotalOfHalves() const { return Low() + High(); }
 

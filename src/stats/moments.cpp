@@ -8,6 +8,8 @@
 #define HWY_TARGET_INCLUDE "stats/moments.cpp"
 #include <hwy/foreach_target.h>
 
+#include <limits>
+
 #include "simd/forms-inl.h"
 #include "stats/integer_sums-inl.h"
 
@@ -80,8 +82,8 @@ HWY_INLINE Parts<double> SumByHint(const Orp32fc* p, size_t len, int hint) {
 HWY_INLINE double SumByHint(const double* p, size_t len) { return DoubleSum(p, len).Total(); }
 HWY_INLINE Parts<double> SumByHint(const Orp64fc* p, size_t len) { return ComplexSum(p, len); }
 
-// In the precision of T. The assembler hides where a number comes from: GCC 12 forms a vector of two doubles that are
-// narrowed and widened again, and takes the doubles themselves for the result.
+// A result in the precision of T. The assembler hides where a number comes from: GCC 12 forms a vector of two doubles
+// that are narrowed and widened again, and takes the doubles themselves for the result.
 template <class T>
 HWY_INLINE T As(double v) {
   auto rounded = static_cast<T>(v);
@@ -185,10 +187,11 @@ struct Moments {
   double mean, deviation;
 };
 
-HWY_INLINE Moments MomentsOf(double sum, double squares, double n) {
+// Mean and deviation from sums over n elements less a reference.
+HWY_INLINE Moments MomentsOf(double sum, double squares, double n, double reference = 0) {
   // Round-off must not make a negative variance; a NaN stays.
   const double variance = n * squares - sum * sum;
-  return {double{As<float>(sum)} / n, Root((variance < 0 ? 0 : variance) / (n * (n - 1)))};
+  return {double{As<float>(sum + n * reference)} / n, Root((variance < 0 ? 0 : variance) / (n * (n - 1)))};
 }
 
 HWY_NOINLINE Moments AccurateMoments(const float* p, size_t len) {
@@ -207,39 +210,66 @@ HWY_NOINLINE Moments AccurateMoments(const float* p, size_t len) {
   return MomentsOf(sums.sum.Total(), sums.squares.Total(), n);
 }
 
-HWY_NOINLINE Moments FastMoments(const float* p, size_t len) {
+// Source: differences from a center, none beyond the end.
+template <class T>
+struct FromCenter : Padded<T> {
+  template <size_t count>
+  HWY_INLINE auto Load(size_t i) const {
+    return Difference(Padded<T>::template Load<count>(i));
+  }
+  template <size_t count>
+  HWY_INLINE auto LoadFew(size_t few) const {
+    return Difference(Padded<T>::template LoadFew<count>(few));
+  }
+  HWY_INLINE FromCenter From(size_t i) const { return {Padded<T>::From(i)}; }
+
+ private:
+  HWY_INLINE auto Difference(auto v) const { return hn::Sub(v, hn::Set(hn::DFromV<decltype(v)>{}, this->beyond)); }
+};
+
+// The median of the first, the middle and the last one of some elements.
+template <class T>
+HWY_INLINE T CenterOf(const T* p, size_t count) {
+  const T a = get(p), b = get(p + count / 2), c = get(p + count - 1);
+  const T least = a < b ? a : b, most = a < b ? b : a;
+  return c < least ? least : c > most ? most : c;
+}
+
+using FastSums = SumsAndSquares<float, kUsualLanes<float> / 2>;
+
+// Sums of differences from a center of each block, put together as differences from that of the first one: a large mean
+// costs no digits.
+HWY_NOINLINE Moments CenteredMoments(const float* p, size_t len) {
+  const double reference = double{CenterOf(p, HWY_MIN(len, kSingleBlock))};
   double sum = 0, squares = 0;
   ForEachBlock(len, kSingleBlock, [&](size_t begin, size_t count) HWY_ATTR {
-    const auto part = Accumulated<SumsAndSquares<float, kUsualLanes<float> / 2>>(count, Vector<float>{p + begin});
-    sum += double{part.sum.Total()};
-    squares += double{part.squares.Total()};
+    const float center = CenterOf(p + begin, count);
+    const auto block = Accumulated<FastSums>(count, FromCenter<float>{{{p + begin}, center}});
+    const double offset = double{center} - reference, moved = static_cast<double>(count) * offset;
+    const double here = double{block.sum.Total()};
+    sum += here + moved;
+    squares += double{block.squares.Total()} + offset * (2 * here + moved);
   });
-  return MomentsOf(sum, squares, static_cast<double>(len));
+  if (HWY_UNLIKELY(!(squares <= std::numeric_limits<double>::max()))) return AccurateMoments(p, len);
+  return MomentsOf(sum, squares, static_cast<double>(len), reference);
+}
+
+HWY_NOINLINE Moments FastMoments(const float* p, size_t len) {
+  const double n = static_cast<double>(len);
+  double sum = 0, squares = 0;
+  ForEachBlock(len, kSingleBlock, [&](size_t begin, size_t count) HWY_ATTR {
+    const auto block = Accumulated<FastSums>(count, Vector<float>{p + begin});
+    sum += double{block.sum.Total()};
+    squares += double{block.squares.Total()};
+  });
+  // Four bits may be lost to the mean. Infinities become NaNs here, which do not compare.
+  const double all = n * squares;
+  if (HWY_UNLIKELY(!((all - sum * sum) - all / 16 >= 0))) return CenteredMoments(p, len);
+  return MomentsOf(sum, squares, n);
 }
 
 HWY_INLINE Moments MomentsOf(const float* p, size_t len, int hint) {
   return hint == kFast ? FastMoments(p, len) : AccurateMoments(p, len);
-}
-
-// Source: differences from a center, none beyond the end.
-struct FromCenter : Padded<double> {
-  template <size_t count>
-  HWY_INLINE auto Load(size_t i) const {
-    return Difference(Padded<double>::Load<count>(i));
-  }
-  template <size_t count>
-  HWY_INLINE auto LoadFew(size_t few) const {
-    return Difference(Padded<double>::LoadFew<count>(few));
-  }
-  HWY_INLINE FromCenter From(size_t i) const { return {Padded<double>::From(i)}; }
-
- private:
-  HWY_INLINE auto Difference(auto v) const { return hn::Sub(v, hn::Set(hn::DFromV<decltype(v)>{}, beyond)); }
-};
-
-HWY_INLINE double Median(double a, double b, double c) {
-  const double least = a < b ? a : b, most = a < b ? b : a;
-  return c < least ? least : c > most ? most : c;
 }
 
 HWY_NOINLINE double DeviationOf(const double* p, size_t len) {
@@ -248,8 +278,8 @@ HWY_NOINLINE double DeviationOf(const double* p, size_t len) {
   double mean = 0, squares = 0;  // of the elements so far, the mean less the reference [Chan, Golub, LeVeque 1983]
   ForEachBlock(len, kTogether, [&](size_t begin, size_t count) HWY_ATTR {
     const double before = static_cast<double>(begin), here = static_cast<double>(count);
-    const double center = Median(get(p + begin), get(p + begin + count / 2), get(p + begin + count - 1));
-    const auto sums = Accumulated<SumsAndSquares<double, 16>>(count, FromCenter{{{p + begin}, center}});
+    const double center = CenterOf(p + begin, count);
+    const auto sums = Accumulated<SumsAndSquares<double, 16>>(count, FromCenter<double>{{{p + begin}, center}});
     const double sum = sums.sum.Total(), offset = sum / here, square = sums.squares.Total() - sum * offset;
     const double step = (center - reference) + offset - mean;
     squares += (square < 0 ? 0 : square) + step * step * (before * here / (before + here));

@@ -31,7 +31,7 @@ HWY_INLINE hn::Vec<D> Value(D d, V a, V b) {
   return hn::Sub(Lift(d, a), Lift(d, b));
 }
 
-// The same of complex elements in double precision.
+// x[n] of complex elements, in double precision.
 template <class V>
 HWY_INLINE Parts<Doubles> PartsOf(V a, V b) {
   const auto one = PartsOf(a), other = PartsOf(b);
@@ -127,7 +127,7 @@ struct SquareTimes {
   }
 };
 
-// Where the largest square overflowed or underflowed. (0, infinity and NaN stay what they are.)
+// The result where the largest square overflowed or underflowed. (0, infinity and NaN stay what they are.)
 template <class... S>
 HWY_NOINLINE double LargestMagnitudeScaled(double square, size_t len, const S&... src) {
   const double scale = square > 1 ? 0x1p-600 : 0x1p600;

@@ -9,6 +9,7 @@
 #include <hwy/foreach_target.h>
 
 #include "simd/forms-inl.h"
+#include "simd/maths-inl.h"
 #include "stats/logarithm.h"
 #include "stats/reduce-inl.h"
 
@@ -22,7 +23,7 @@ constexpr hn::ScalableTag<uint64_t> kBitsTag;
 using Bits = hn::Vec<decltype(kBitsTag)>;
 constexpr int kBias = 1023, kSignificandBits = 52;
 
-constexpr double kLeastNormal = std::numeric_limits<double>::min(), kGreatest = std::numeric_limits<double>::max();
+constexpr double kGreatest = std::numeric_limits<double>::max();
 
 enum : unsigned { kZero = 1, kNegative = 2, kNan = 4, kInfinite = 8 };
 
@@ -35,7 +36,7 @@ struct Unusual {
 
 HWY_NOINLINE Unusual UnusualOf(Doubles x) {
   const auto zero = hn::Zero(kTag);
-  const auto isSubnormal = hn::And(hn::Gt(x, zero), hn::Lt(x, hn::Set(kTag, kLeastNormal)));
+  const auto isSubnormal = hn::And(hn::Gt(x, zero), hn::Lt(x, hn::Set(kTag, kLeastNormal<double>)));
   const auto noted = [](auto mask, unsigned what) HWY_ATTR { return hn::AllFalse(kTag, mask) ? 0 : what; };
   return {hn::IfThenElse(isSubnormal, hn::Mul(x, hn::Set(kTag, 0x1p64)), x),
           hn::BitCast(kBitsTag, hn::IfThenElseZero(isSubnormal, hn::BitCast(kTag, hn::Set(kBitsTag, 64)))),
@@ -72,7 +73,7 @@ struct Logarithms {
       exponents[k] = hn::Sub(exponents[k], unusual.exponents);
       seen |= unusual.seen;
     } else {
-      const auto least = hn::Set(kBitsTag, __builtin_bit_cast(uint64_t, kLeastNormal));
+      const auto least = hn::Set(kBitsTag, __builtin_bit_cast(uint64_t, kLeastNormal<double>));
       const auto most = hn::Set(kBitsTag, __builtin_bit_cast(uint64_t, kGreatest));
       const auto bits = hn::BitCast(kBitsTag, x);
       outside = hn::Or(outside, hn::Or(hn::Sub(bits, least), hn::Sub(most, bits)));
@@ -128,7 +129,8 @@ HWY_NOINLINE LogarithmOfAll LogarithmOf(const T* p, size_t len) {
     if (HWY_UNLIKELY(all.HasOthers())) return LogarithmOf<true>(p, len);
   }
   const unsigned seen = all.seen;
-  if (seen & (kNegative | kNan)) return {std::numeric_limits<double>::quiet_NaN(), seen};
+  if (seen & kNegative) return {hn::GetLane(DomainNan(kTag)), seen};
+  if (seen & kNan) return {std::numeric_limits<double>::quiet_NaN(), seen};
   if (seen & (kZero | kInfinite)) return {std::numeric_limits<double>::infinity(), seen};
   return {all.Total(), seen};
 }

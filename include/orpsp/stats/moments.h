@@ -75,6 +75,12 @@ OrpStatus orpsMean_64fc(const Orp64fc* pSrc, int len, Orp64fc* pMean);
  *    k of each block of four that follows goes to lane k, of two that remain to lanes 0 and 1, a single one to lane 0.
  *    The sums are (lane 0 + lane 2) + (lane 1 + lane 3). Squares of single-precision numbers are exact.
  *    Fast: S and Q of every 32768 elements in single precision, in 32 lanes each; these are added in double precision.
+ *    If len Q - S^2 is less than a sixteenth of len Q (the mean is about four times the deviation or more) or not
+ *    finite, this is repeated with differences: in each block s and q of x - c, where c is the median of the
+ *    block's first, middle and last elements. With the first block's center C, a block of m elements adds
+ *    s + m (c - C) to S and q + (c - C) (2 s + m (c - C)) to Q in double precision; the deviation follows as above, the
+ *    mean from S + len C. So a large mean costs no digits, but takes more than twice the time, and equal elements give
+ *    exactly 0. Where this Q is not finite either, the accurate way is taken.
  *  - `64f`: every 1024 elements give the sum and the sum of squares of their differences from one of them (the median
  *    of the first, the middle and the last), in 16 lanes each; means and sums of squares of these blocks are combined
  *    [Chan, Golub, LeVeque: Algorithms for computing the sample variance, The American Statistician 37 (1983) 242-247].
@@ -100,8 +106,9 @@ OrpStatus orpsMeanStdDev_64f(const Orp64f* pSrc, int len, Orp64f* pMean, Orp64f*
  *  overflow; the exponents are summed as integers; one logarithm is taken at the end and rounded to the type of the
  *  result. Before that the error is at most len units of 2^-53 (absolute), and of the order of the root of len in
  *  general.
- *  A zero (of either sign) gives +inf and `StsSingularity`, a negative element NaN and `StsDomain`; where both occur
- *  it is NaN and `StsDomain`. A NaN gives NaN, +inf gives +inf, without a warning (a NaN wins over infinities).
+ *  A zero (of either sign) gives +inf and `StsSingularity`; a negative element gives the NaN of Ln, 0xFFC00000 or
+ *  0xFFF8000000000000, and `StsDomain`, whatever else occurs. A NaN gives NaN, +inf gives +inf, without a warning (a
+ *  NaN wins over infinities).
  *  Warnings: `StsSingularity`, `StsDomain`.
  *  @{ */
 OrpStatus orpsSumLn_16s32f(const Orp16s* pSrc, int len, Orp32f* pSum);
