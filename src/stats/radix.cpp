@@ -5,20 +5,17 @@
 #include <tuple>
 #include <utility>
 
+#include "frame/access.h"
 #include "frame/check.h"
-#include "frame/entry.h"
 #include "frame/parallel.h"
 #include "frame/pause.h"
+#include "frame/width.h"
 #include "orpsp/stats/sorting.h"
-#include "orpsp/vector/logic.h"
 #include "simd/element.h"
+#include "stats/sort.h"
 
 namespace orpsp {
 namespace {
-
-constexpr bool kAscends = false, kDescends = true;
-
-constexpr size_t size(int len) { return static_cast<size_t>(len); }
 
 // ---- Keys and digits
 
@@ -137,35 +134,8 @@ struct Counters {
 
 // ---- Values
 
-// Sort, where its method is quicker. Equal keys are equal bits, so that there is no order among them to keep.
-template <class T, bool descend>
-void sortByComparison(T* data, size_t len) {
-  const int count = static_cast<int>(len);
-  if constexpr (std::is_same_v<T, Orp32u>) {
-    const auto flipSigns = [=] { orpsXorC_32u_I(0x80000000, data, count); };
-    flipSigns();
-    sortByComparison<Orp32s, descend>(reinterpret_cast<Orp32s*>(data), len);
-    flipSigns();
-  } else if constexpr (std::is_same_v<T, Orp8u>) {
-    descend ? orpsSortDescend_8u_I(data, count) : orpsSortAscend_8u_I(data, count);
-  } else if constexpr (std::is_same_v<T, Orp16s>) {
-    descend ? orpsSortDescend_16s_I(data, count) : orpsSortAscend_16s_I(data, count);
-  } else if constexpr (std::is_same_v<T, Orp16u>) {
-    descend ? orpsSortDescend_16u_I(data, count) : orpsSortAscend_16u_I(data, count);
-  } else if constexpr (std::is_same_v<T, Orp32s>) {
-    descend ? orpsSortDescend_32s_I(data, count) : orpsSortAscend_32s_I(data, count);
-  } else if constexpr (std::is_same_v<T, Orp32f>) {
-    descend ? orpsSortDescend_32f_I(data, count) : orpsSortAscend_32f_I(data, count);
-  } else {
-    descend ? orpsSortDescend_64f_I(data, count) : orpsSortAscend_64f_I(data, count);
-  }
-}
-
 // Length from which on passes over digits are quicker, measured: never with vectors of 256 bits or more.
-inline size_t radixFrom(size_t elementBytes) {
-  const bool narrow = ownEntryIndex / 2 == 0;
-  return narrow && elementBytes > 1 ? 700 : SIZE_MAX;
-}
+inline size_t radixFrom(size_t elementBytes) { return vectorBits() == 128 && elementBytes > 1 ? 700 : SIZE_MAX; }
 
 // One pass over keys; the last one makes elements of them again.
 template <class T, bool descend, class D, size_t digit>
@@ -203,8 +173,9 @@ void sortByDigits(T* from, T* to, T* result, size_t len) {
 template <class T, bool descend>
 void sortInto(T* data, T* tmp, T* result, size_t len) {
   if (len >= radixFrom(sizeof(T))) return sortByDigits<T, descend>(data, tmp, result, len);
+  // Equal keys are equal bits, so that there is no order among them to keep.
   if (data != result) std::memcpy(result, data, len * sizeof(T));
-  sortByComparison<T, descend>(result, len);
+  sortValues(result, len, descend);
 }
 
 // Each thread moves its half of the keys to either side of one in their middle, then sorts one of the sides.
@@ -213,7 +184,7 @@ void sortByTwo(T* data, T* tmp, size_t len) {
   constexpr size_t kSample = 31;
   T sample[kSample];
   for (size_t i = 0; i < kSample; ++i) sample[i] = get(data + i * len / kSample);
-  sortByComparison<T, descend>(sample, kSample);
+  sortValues(sample, kSample, descend);
   const auto pivot = keyAt<T, descend>(sample + kSample / 2);
 
   const size_t begin[] = {0, len / 2, len};
@@ -251,11 +222,11 @@ constexpr size_t kTwoThreadsGainFrom = 8192;
 template <bool descend, class T>
 OrpStatus sortRadix(T* pSrcDst, T* pTmp, int len) {
   ORPS_CHECK_VECTOR(len, pSrcDst, pTmp);
-  const auto alone = [=] { sortInto<T, descend>(pSrcDst, pTmp, pSrcDst, size(len)); };
-  if (size(len) < kTwoThreadsFrom<T> || !mayUseTwoThreads() || size(len) < kTwoThreadsGainFrom) {
+  const auto alone = [=] { sortInto<T, descend>(pSrcDst, pTmp, pSrcDst, toSize(len)); };
+  if (toSize(len) < kTwoThreadsFrom<T> || !mayUseTwoThreads() || toSize(len) < kTwoThreadsGainFrom) {
     alone();
   } else if (!ranAlone(alone)) {
-    sortByTwo<T, descend>(pSrcDst, pTmp, size(len));
+    sortByTwo<T, descend>(pSrcDst, pTmp, toSize(len));
   }
   return StsOk;
 }
@@ -335,12 +306,12 @@ OrpStatus sortRadixIndex(const T* pSrc, Orp32u srcStrideBytes, Orp32s* pDstIndx,
   ORPS_CHECK_VECTOR(len, pSrc, pDstIndx, pTmpIndx);
   ORPS_RETURN_IF(srcStrideBytes < sizeof(T), StsBadSize);
   const auto result = reinterpret_cast<uint32_t*>(pDstIndx), tmp = reinterpret_cast<uint32_t*>(pTmpIndx);
-  if (size(len) <= kInsertedMost<T>) {
-    insertIndices<T, descend>(pSrc, srcStrideBytes, result, size(len));
-  } else if (sizeof(T) == 4 && size(len) < kWideDigitsFrom) {
-    IndexSort<T, descend, Digits<8, 8, 8, 8>>(pSrc, srcStrideBytes, size(len)).run(result, tmp);
+  if (toSize(len) <= kInsertedMost<T>) {
+    insertIndices<T, descend>(pSrc, srcStrideBytes, result, toSize(len));
+  } else if (sizeof(T) == 4 && toSize(len) < kWideDigitsFrom) {
+    IndexSort<T, descend, Digits<8, 8, 8, 8>>(pSrc, srcStrideBytes, toSize(len)).run(result, tmp);
   } else {
-    IndexSort<T, descend, DigitsOf<sizeof(T)>>(pSrc, srcStrideBytes, size(len)).run(result, tmp);
+    IndexSort<T, descend, DigitsOf<sizeof(T)>>(pSrc, srcStrideBytes, toSize(len)).run(result, tmp);
   }
   return StsOk;
 }

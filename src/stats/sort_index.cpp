@@ -10,14 +10,13 @@
 #include <hwy/foreach_target.h>
 
 #include "simd/forms-inl.h"
+#include "stats/sort.h"
 #include "stats/sort_order-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
-
-constexpr bool kAscends = false, kDescends = true;
 
 constexpr size_t kBlock = 64;    // elements whose comparisons are the bits of a number
 constexpr size_t kSelected = 9;  // elements of the longest range that is sorted by selection
@@ -70,9 +69,11 @@ class IndexSort {
  public:
   IndexSort(T* keys, int32_t* indices, size_t len) : keys_(keys), indices_(indices), len_(len) {}
 
-  // The first `count` of them.
+  // Sorts the first `count` of them.
   void Run(size_t count) {
-    const size_t mostDepth = 4 * (63 - static_cast<size_t>(__builtin_clzll(count)));
+    // Organ pipes, sawtooths and other waves need up to 7 log2(count) splits (of a million elements; of more somewhat
+    // more), random elements 2 log2(count): only what is made for these steps needs more than the limit.
+    const size_t mostDepth = 16 * (63 - static_cast<size_t>(__builtin_clzll(count)));
     Range pending[2 * 64];
     size_t pendingCount = 0;
     Range now{0, count, mostDepth, Mode::steps};
@@ -273,7 +274,7 @@ class IndexSort {
     return PartitionBlock(left, between, up);
   }
 
-  // The same for a block whose comparisons are known.
+  // Partition of a block whose comparisons are known.
   HWY_INLINE size_t PartitionBlock(size_t first, size_t count, uint64_t bits) {
     const size_t others = count - CountBits(bits);
     uint64_t up = bits & LowBits(others), down = ReverseBits(~bits & LowBits(count) & ~LowBits(others));

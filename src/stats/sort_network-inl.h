@@ -156,7 +156,7 @@ HWY_INLINE void SortMatrix(T* p, size_t n, KeyOrder<T> order, std::index_sequenc
   V v[rows] = {load(i * lanes)...};
   SortColumns(v, std::make_index_sequence<MergeExchange<rows>::kPairs.count>{});
   MergeColumns<2, lanes>(v, all);
-  // So are stores; what they store twice comes by way of a copy.
+  // Stores are moved back likewise; what they store twice comes by way of a copy.
   alignas(HWY_MAX_BYTES) T sorted[rows * lanes];
   const auto keep = [&](size_t at, V& row) HWY_ATTR {
     row = order.Value(d, row);
