@@ -4,16 +4,16 @@
  *  Names. `orps<Operation>[_<form>]_<types>[_<modifiers>]`. The type group names the element type; of two groups the
  *  first is the source and the last the destination. Modifiers: `_I` in place (the destination is also the last
  *  source), `_Sfs` scaled integer result, `_ISfs` both. `C` after the operation: one operand is a constant passed by
- *  value; `CRev`: that constant is the left operand. Arguments: sources, destinations, length, further ones; calls that
- *  make a few numbers of a vector take the pointers to their results behind the length.
+ *  value; `CRev`: it is the left operand. Arguments: sources, destinations, length, further ones; a constant operand
+ *  stands in front of the destination, behind a source; pointers to a few results of a vector stand behind the length.
  *
  *  Arrays. Contiguous, any alignment, `len` elements (complex pairs count as one). Where source and destination have
  *  elements of the same type they may be the same array; any other overlap is an error of the caller unless a function
  *  says otherwise.
  *
- *  Checks, always in this order, nothing written on a negative status: every pointer for null in argument order
- *  (`StsNullPtr`), the length (`StsBadSize` if it is not positive), then ranges of further arguments. A positive status
- *  is a warning: the whole result has been written.
+ *  Checks, in this order where a group gives no other one (FFTs, tones, triangles, states do), nothing written on a
+ *  negative status: every pointer for null (`StsNullPtr`), the length (`StsBadSize` if it is not positive), then ranges
+ *  of further arguments. A positive status is a warning: the whole result has been written.
  *
  *  Scale factor `s` of an `_Sfs` call. The exact result r of an element is written as r * 2^-s, rounded to nearest with
  *  ties to even and then saturated to the destination type, for every s from INT_MIN to INT_MAX. Integer calls without

@@ -23,7 +23,7 @@ namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
 
-// ---- Weights. Begin(n) is called for n = 0, kBlock, 2 kBlock, ...; At(j) has those of n + j on, a vector of them.
+// ---- Weights. Begin(n) is called for n = 0, kBlock, 2 kBlock, ...; At(j) is a vector of weights, from n + j on.
 
 // n times a slope.
 struct Line {
@@ -111,7 +111,7 @@ class BesselQuotient {
   HWY_INLINE Doubles At(size_t j) const {
     const auto n = Indices(first_ + j);
     const auto product = hn::Mul(hn::Sub(hn::Set(kDoubles, end_), n), n);
-    // Beyond the middle, where nobody asks, it may be negative.
+    // The product may be negative beyond the middle, where nobody asks.
     const auto root = hn::Sqrt(hn::Max(product, hn::Zero(kDoubles)));
     return hn::Mul(BesselI0(hn::Mul(hn::Set(kDoubles, alpha_), root)), hn::Set(kDoubles, scale_));
   }
@@ -191,7 +191,7 @@ struct Hamming {
 };
 struct Blackman {
   static constexpr int kLeast = 3;
-  // With cos(2 x) = 2 cos(x)^2 - 1.
+  // The double angle is replaced: cos(2 x) = 2 cos(x)^2 - 1.
   static CosineSum Of(size_t len, double alpha) { return CosineSumOf(len, alpha + 0.5, 0.5, alpha); }
 };
 struct BlackmanStd {
@@ -213,7 +213,7 @@ struct Kaiser {
   static BesselQuotient Of(size_t len, double alpha) { return BesselQuotient(alpha, len); }
 };
 
-// The parameter as a fraction of 32768.
+// Window whose parameter is a fraction of 32768.
 template <class Window>
 struct Q15 : Window {
   static double AlphaOf(int alphaQ15) { return alphaQ15 * 0x1p-15; }
@@ -236,6 +236,11 @@ HWY_INLINE OrpStatus WeighScaled(const E* pSrc, E* pDst, int len, int scaleFacto
   }
   if (count == 1) {  // only of a Kaiser window, which has no scaled form
     put(pDst, get(pSrc));
+  } else if (std::is_same_v<Window, Bartlett> && count == 3) {  // no product: the ends are 0 whatever they were
+    const E middle = get(pSrc + 1);
+    put(pDst, E{});
+    put(pDst + 1, middle);
+    put(pDst + 2, E{});
   } else {
     auto weights = Window::Of(count, parameter...);
     Weigh(weights, UnitOfScale(scaleFactor), pSrc, pDst, count);

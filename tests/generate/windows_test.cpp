@@ -184,6 +184,10 @@ TEST(Windows, ExactWeights) {
   double y[] = {3, 5, 7};
   EXPECT_EQ(StsOk, orpsWinBartlett_64f_I(y, 3));
   EXPECT_EQ((std::vector<double>{0, 5, 0}), std::vector<double>(y, y + 3));
+  double anything[] = {std::nan(""), -5, -7};
+  EXPECT_EQ(StsOk, orpsWinBartlett_64f_I(anything, 3));
+  EXPECT_EQ((std::vector<double>{0, -5, 0}), std::vector<double>(anything, anything + 3));
+  EXPECT_FALSE(std::signbit(anything[2]));
   std::vector<double> z = {1, 2, 3, 4, 5}, ones = z;
   EXPECT_EQ(StsOk, orpsWinKaiser_64f_I(z.data(), 5, 0));
   EXPECT_EQ(ones, z);

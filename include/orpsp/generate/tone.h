@@ -36,6 +36,8 @@ extern "C" {
  *  1e-14 times it for the other types. `hint` 1 asks for speed: those others are computed in single precision then,
  *  with an error below 3e-7 times the magnitude. Any other hint is the accurate way.
  *
+ *  *pPhase is read and written before the samples: it may not lie within pDst, where a sample would replace it.
+ *
  *  Statuses, in this order: `StsNullPtr` if pPhase is null; `StsToneMagnitude`, `StsToneFrequency`, `StsTonePhase` for
  *  parameters outside of their ranges; `StsNullPtr` if pDst is null; `StsBadSize`. Then neither samples nor phase have
  *  been written.
@@ -58,8 +60,8 @@ OrpStatus orpsTone_Direct_64fc(Orp64fc* pDst, int len, Orp64f magnitude, Orp64f 
  *  Asymmetry 0 is the symmetric triangle, -pi a rising sawtooth. The imaginary part of complex types is a quarter of a
  *  period behind, t(x - pi / 2), as the sine is behind the cosine.
  *
- *  *pPhase goes on as for `Tone_Direct`. The error before rounding is that of a phase which is off by less than
- *  1e-14 radians.
+ *  *pPhase goes on as for `Tone_Direct` and may not lie within pDst either. The error before rounding is that of a
+ *  phase which is off by less than 1e-14 radians.
  *
  *  Statuses, in this order: `StsNullPtr` if pPhase is null; `StsTriangleMagnitude`, `StsTriangleFrequency`,
  *  `StsTriangleAsymmetry`, `StsTrianglePhase` for parameters outside of their ranges; `StsNullPtr` if pDst is null;
@@ -100,7 +102,7 @@ OrpStatus orpsTriangle_Direct_64fc(Orp64fc* pDst, int len, Orp64f magnitude, Orp
  *  | | | 120 | samples so far, modulo 2^64, low half first, and 4 bytes of zeros |
  *  | | | 136 | its address if `InitAlloc` made it, else 0 (`Orp64u`) |
  *
- *  - `GetStateSize`: *pSize = bytes of a state.
+ *  - `GetStateSize`: *pSize = bytes of a state. `StsNullPtr` if pSize is null.
  *  - `Init`: writes a state into memory of the caller. Statuses, in this order: `StsNullPtr`; then those of magnitude,
  *    frequency, phase, asymmetry (`StsToneMagnitude`, ... or `StsTriangleMagnitude`, ...).
  *  - `InitAlloc`: makes a state in memory of `orpMalloc` and stores its address in *ppState. The same statuses, then

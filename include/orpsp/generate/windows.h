@@ -23,11 +23,13 @@
  *
  *  The product of element and weight is formed in double precision and rounded to the element type: floating point to
  *  nearest; integers to nearest with ties to even, then saturated (weights are beyond [0, 1] for some alpha only). Both
- *  parts of a complex element get the same weight. A NaN stays NaN; an alpha that is NaN or infinite makes weights NaN
- *  or infinite, and an integer product that is NaN gives 0.
+ *  parts of a complex element get the same weight. A NaN stays NaN, and an infinity times a weight of 0 is one. An
+ *  alpha that is NaN, or infinite and of a Blackman window, makes all weights NaN; an infinite one of a Kaiser window
+ *  is `StsKaiserAlpha`. An integer product that is NaN gives 0.
  *
  *  Source and destination may be the same array. Statuses, in this order: `StsNullPtr`; `StsBadSize` if len is below
- *  the least N; Kaiser: `StsKaiserAlpha` if |alpha| (N - 1) / 2 is above 308. Then nothing has been written.
+ *  the least N; Kaiser: `StsKaiserAlpha` if |alpha| (N - 1) / 2 is above 308 (never of one element, whatever alpha
+ *  is). Then nothing has been written.
  */
 #ifndef ORPSP_GENERATE_WINDOWS_H
 #define ORPSP_GENERATE_WINDOWS_H
@@ -39,7 +41,8 @@ extern "C" {
 #endif
 
 /** @name WinBartlett
- *  The triangle.
+ *  The triangle. With three elements the window writes 0, the middle element as it is, and 0, whatever the elements
+ *  are; with more, the ends are products of an element and the weight 0.
  *  @{ */
 OrpStatus orpsWinBartlett_16s(const Orp16s* pSrc, Orp16s* pDst, int len);
 OrpStatus orpsWinBartlett_16s_I(Orp16s* pSrcDst, int len);

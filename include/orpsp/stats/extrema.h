@@ -16,7 +16,8 @@ extern "C" {
  *
  *  NaNs are passed over; if every element is one, the result is the first of them and the index 0. -0 and +0 are
  *  equal, so the first of them is taken.
- *  Results may not overlap the source or each other. Statuses: `StsOk`, `StsNullPtr`, `StsBadSize`.
+ *  Results may not overlap the source or each other. Statuses: `StsOk`, `StsNullPtr`, `StsBadSize`. (4 is kept for
+ *  warnings of `MinIndx_16s` and `MaxIndx_16s`; no call gives it, since there is nothing to warn of.)
  *  @{ */
 OrpStatus orpsMin_16s(const Orp16s* pSrc, int len, Orp16s* pMin);
 OrpStatus orpsMinIndx_16s(const Orp16s* pSrc, int len, Orp16s* pMin, int* pIndx);

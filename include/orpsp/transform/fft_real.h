@@ -22,17 +22,18 @@
  *  same time, each with a buffer of its own. Source and destination are the same array (`_I`, `_ISfs`, or the same
  *  pointer twice) or do not overlap; they may lie at any address.
  *
- *  Single and double precision: the relative error (root mean square) is a fraction of 2^-24 or 2^-53 that grows with
- *  sqrt(order). Results may differ in the last digits between vector widths. A NaN or an infinity among the elements
- *  may turn any result into a NaN or an infinity.
+ *  Single and double precision: for random elements the relative error of all results together (Euclidean norms) is
+ *  about 0.32 e sqrt(order) for high orders, e = 2^-23 in single and 2^-52 in double precision, and below
+ *  0.4 e sqrt(order) for every order up to 20 (docs/benchmarks.md). Results may differ in the last digits between
+ *  vector widths. A NaN or an infinity among the elements may turn any result into a NaN or an infinity.
  *
  *  Integers (`Sfs`): the elements are converted to floating point (16s, 16s32s and 32s16s to single precision, 32s to
  *  double), transformed and multiplied by the specification's factor there, then multiplied by 2^-scaleFactor, rounded
  *  to nearest with ties to even, and saturated. Every scale factor is allowed.
  *
- *  Statuses: `StsOk`, `StsNullPtr` (source, destination or specification), `StsSpecMismatch` (a specification of
- *  another type, or one that has been released), `StsNoMemory` (no buffer given and none to be had). Nothing is written
- *  unless the status is `StsOk`.
+ *  Statuses, in this order: `StsNullPtr` (specification, source or destination), `StsSpecMismatch` (a specification of
+ *  another type, or one that has been released), `StsNoMemory` (no buffer given and none to be had), `StsOk`. Nothing
+ *  is written unless the status is `StsOk`. (Complex transforms look at the specification before the arrays.)
  */
 #ifndef ORPSP_TRANSFORM_FFT_REAL_H
 #define ORPSP_TRANSFORM_FFT_REAL_H
