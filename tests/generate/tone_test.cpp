@@ -205,6 +205,19 @@ TEST(Tone, Continues) {
   }
 }
 
+// A phase below a period that is nearest to a number above it.
+TEST(Tone, PhasesThatRoundUpToAPeriodStartAgain) {
+  const float last = std::nextafter(6.2831853F, 0.0F), frequency = 4.7e-8F;
+  const double next = last + 6.283185307179586 * frequency;
+  ASSERT_TRUE(next < 6.283185307179586 && static_cast<double>(static_cast<float>(next)) > 6.283185307179586);
+  float sample, phase = last;
+  ASSERT_EQ(StsOk, orpsTone_Direct_32f(&sample, 1, 1, frequency, &phase, 0));
+  EXPECT_EQ(0, phase);
+  phase = last;
+  ASSERT_EQ(StsOk, orpsTriangle_Direct_32f(&sample, 1, 1, frequency, 0, &phase));
+  EXPECT_EQ(0, phase);
+}
+
 TEST(Tone, HasTheSameBitsEverywhere) {
   constexpr int kLen = 20001;
   Digest digest;
@@ -254,6 +267,32 @@ TEST(Q15, StatesContinueAndEqualTheDirectForms) {
       }
     }
   }
+}
+
+// The counter of a state, whose upper half takes more than a day to reach.
+TEST(Q15, CountsBeyond32Bits) {
+  constexpr Orp64u kBefore = (Orp64u{5} << 32) - 3;
+  constexpr int kLen = 10;
+  const auto check = [&](Orp8u* memory, size_t at, const std::vector<Orp16s>& direct, auto generate) {
+    std::memcpy(memory + at, &kBefore, sizeof(kBefore));
+    std::vector<Orp16s> samples(kLen);
+    ASSERT_EQ(StsOk, generate(samples.data()));
+    EXPECT_TRUE(std::equal(samples.begin(), samples.end(), direct.end() - kLen));
+    Orp64u count;
+    std::memcpy(&count, memory + at, sizeof(count));
+    EXPECT_EQ(kBefore + kLen, count);
+  };
+  std::vector<Orp16s> direct(32768 + kLen - 3);  // 32768 samples are whole periods
+  const int all = static_cast<int>(direct.size());
+  Orp8u memory[256];
+  auto* const tone = reinterpret_cast<OrpToneStateQ15_16s*>(memory);
+  auto* const wave = reinterpret_cast<OrpTriangleStateQ15_16s*>(memory);
+  ASSERT_EQ(StsOk, orpsToneInitQ15_16s(tone, 30001, 12345, 7));
+  ASSERT_EQ(StsOk, orpsToneQ15_Direct_16s(direct.data(), all, 30001, 12345, 7));
+  check(memory, 32, direct, [&](Orp16s* dst) { return orpsToneQ15_16s(dst, kLen, tone); });
+  ASSERT_EQ(StsOk, orpsTriangleInitQ15_16s(wave, 30001, 12345, 7, 5));
+  ASSERT_EQ(StsOk, orpsTriangleQ15_Direct_16s(direct.data(), all, 30001, 12345, 7, 5));
+  check(memory, 120, direct, [&](Orp16s* dst) { return orpsTriangleQ15_16s(dst, kLen, wave); });
 }
 
 TEST(Q15, Statuses) {
