@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "orpcore.h"
@@ -17,17 +16,6 @@
 
 namespace orptest {
 namespace {
-
-// Vector maths of floats, which is within its bounds at every width but may use what a width has, such as fused
-// multiply-adds.
-bool mayDifferByWidth(const Export& each) {
-  const std::string_view name = each.name;
-  const bool isInteger = name.find("Sfs") != std::string_view::npos;
-  for (const char* family : {"orpsExp_", "orpsLn_", "orpsCubrt_", "orpsArctan_", "orpsPhase_", "orpsCartToPolar_",
-                             "orpsPolarToCart_", "orpsMagnitude_32f", "orpsMagnitude_64f"})
-    if (name.starts_with(family)) return !isInteger;
-  return false;
-}
 
 TEST(Digests, AreWrittenOneLineForEachExport) {
   const char* path = std::getenv("ORPSP_DIGESTS");
@@ -44,7 +32,7 @@ TEST(Digests, AreWrittenOneLineForEachExport) {
         if (!each.hasExtras()) break;
       }
     }
-    const std::string widths = mayDifferByWidth(each) ? std::to_string(orpGetVectorBits()) : "all";
+    const std::string widths = each.is(kDependsOnWidth) ? std::to_string(orpGetVectorBits()) : "all";
     file << each.name << ' ' << widths << ' ' << std::hex << digest.value() << '\n';
   }
   file.close();

@@ -147,7 +147,7 @@ TEST(Modes, OfTheCallerDoNotChangeSignalsAndTransforms) {
 // ---- Neighbours
 
 bool isElementWise(const Export& each) {
-  return !each.reduces && !each.isSort() &&
+  return !each.is(kReduces) && !each.is(kSorts) &&
          !startsWithOneOf(each.name, {"orpsWin", "orpsVector", "orpsFlip", "orpsMulPack", "orpsMulPerm", "orpsConjPack",
                                       "orpsConjPerm", "orpsConjCcs", "orpsConjFlip"});
 }

@@ -41,68 +41,13 @@ struct Shared {
   }
 };
 
-constexpr Shared kShared[] = {
-    {"orpsSortRadixAscend_64f_I", 32},
-    {"orpsSortRadixDescend_64f_I", 32},
-    {"orpsSqrt_64fc", 64},
-    {"orpsSqrt_64fc_I", 64},
-    {"orpsDiv_16sc_Sfs", 256},
-    {"orpsMagnitude_32sc_Sfs", 256},
-    {"orpsMagnitude_64f", 256},
-    {"orpsMagnitude_64fc", 256},
-    {"orpsSqrt_16sc_Sfs", 256},
-    {"orpsSqrt_16sc_ISfs", 256},
-    {"orpsDiv_Round_8u_Sfs", 512},
-    {"orpsSqrt_32fc", 512},
-    {"orpsSqrt_32fc_I", 512},
-    {"orpsSqrt_64f", 512},
-    {"orpsSqrt_64f_I", 512},
-    {"orpsSqrt_64s16s_Sfs", 512},
-    {"orpsThreshold_LTInv_64fc", 512},
-    {"orpsThreshold_LTInv_64fc_I", 512},
-    {"orpsDivC_16sc_Sfs", 1024},
-    {"orpsDiv_16s_Sfs", 1024},
-    {"orpsDiv_32fc", 1024},
-    {"orpsDiv_32s16s_Sfs", 1024},
-    {"orpsDiv_32s_Sfs", 1024},
-    {"orpsDiv_64f", 1024},
-    {"orpsDiv_64fc", 1024},
-    {"orpsDiv_8u_Sfs", 1024},
-    {"orpsDiv_Round_16u_Sfs", 1024},
-    {"orpsSqrt_32s16s_Sfs", 1024},
-    {"orpsDivCRev_16u", 2048},
-    {"orpsMagnitude_16s32f", 2048},
-    {"orpsMagnitude_16s_Sfs", 2048},
-    {"orpsMagnitude_16sc_Sfs", 2048},
-    {"orpsMagnitude_32fc", 2048},
-    {"orpsSqrt_16s_Sfs", 2048},
-    {"orpsSqrt_16s_ISfs", 2048},
-    {"orpsSqrt_16u_Sfs", 2048},
-    {"orpsSqrt_16u_ISfs", 2048},
-    {"orpsSqrt_8u_Sfs", 2048},
-    {"orpsSqrt_8u_ISfs", 2048},
-    {"orpsThreshold_LTInv_32fc", 2048},
-    {"orpsThreshold_LTInv_32fc_I", 2048},
-    {"orpsThreshold_LTInv_64f", 2048},
-    {"orpsThreshold_LTInv_64f_I", 2048},
-    {"orpsDivCRev_32f", 4096},
-    {"orpsDivC_16s_Sfs", 4096},
-    {"orpsDivC_8u_Sfs", 4096},
-    {"orpsDiv_32f", 4096},
-    {"orpsDiv_32f_I", 4096},
-    {"orpsMagnitude_16sc32f", 4096},
-    {"orpsMagnitude_32f", 4096},
-    {"orpsSqrt_32f", 4096},
-    {"orpsSqrt_32f_I", 4096},
-    {"orpsThreshold_LTInv_32f", 8192},
-    {"orpsThreshold_LTInv_32f_I", 8192},
-    {"orpsSortRadixAscend_32f_I", 8192},
-    {"orpsSortRadixDescend_32f_I", 8192},
-    {"orpsSortRadixAscend_32s_I", 8192},
-    {"orpsSortRadixDescend_32s_I", 8192},
-    {"orpsSortRadixAscend_32u_I", 8192},
-    {"orpsSortRadixDescend_32u_I", 8192},
-};
+// Those of the table of traits.
+const std::vector<Shared> kShared = [] {
+  std::vector<Shared> shared;
+  for (const Export& each : sweptExports())
+    if (each.sharedFrom != kNotShared) shared.push_back({each.name, each.sharedFrom});
+  return shared;
+}();
 
 // What one element of the first source makes of a call whose other elements are 1.
 enum class Element { one, zero, negative };
@@ -129,7 +74,7 @@ OrpStatus statusWith(const Export& each, int len, const Warning& warning, int at
     const Parameter& parameter = each.parameters[i];
     slots[i].number = i == each.length() ? len : warning.extra;
     if (!parameter.element) continue;
-    arrays.push_back(parameter.makeArray(static_cast<size_t>(len), 0));
+    arrays.push_back(parameter.makeArray(static_cast<size_t>(len), kAnyAddress));
     arrays.back()->fillWithOnes();
     slots[i].pointer = arrays.back()->data();
   }

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <string_view>
 
 #include "support/call.h"
 #include "support/export_tables.h"
@@ -54,15 +53,9 @@ TEST(Sweep, RefusedArgumentsLeaveTheDestinationAlone) {
   });
 }
 
-// Sums of single precision take the elements up to an aligned address by themselves.
-bool beginsWithAlignment(const Export& each) {
-  const std::string_view name = each.name;
-  return name == "orpsSum_32f" || name == "orpsMean_32f" || name == "orpsStdDev_32f" || name == "orpsMeanStdDev_32f";
-}
-
 TEST(Sweep, ResultsDoNotDependOnAddresses) {
   forEachExtra([](const Export& each, int extra) {
-    if (beginsWithAlignment(each)) return;
+    if (each.is(kDependsOnAddress)) return;
     for (const Length& len : lengthsAroundWidths(each.itemBytes())) {
       Call aligned(each, len.value, extra);
       aligned.fill(1, Values::mixed);

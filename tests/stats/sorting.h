@@ -208,7 +208,7 @@ void sweep(bool descend, const std::vector<int>& lengths, const Check& check, si
 #if defined(__SANITIZE_ADDRESS__)
 inline constexpr size_t kLarge = 100'000;
 #else
-inline constexpr size_t kLarge = 1'000'000;
+inline constexpr size_t kLarge = 200'000;
 #endif
 
 // Processor time of the fastest of some runs, each on a fresh copy.

@@ -1,10 +1,17 @@
 #include "support/call.h"
 
 #include <algorithm>
-#include <cctype>
-#include <string_view>
 
 namespace orptest {
+
+Export::Export(const char* itsName, void (*itsFunction)(), const Prototype& prototype)
+    : name(itsName), function(itsFunction), parameters(prototype.parameters), invoke(prototype.invoke) {
+  for (const TraitRow& row : kTraitRows) {
+    if (!matches(name, row.names)) continue;
+    traits |= row.traits;
+    sharedFrom = std::min(sharedFrom, row.sharedFrom);
+  }
+}
 
 size_t Export::arrays() const {
   return static_cast<size_t>(
@@ -22,10 +29,6 @@ size_t Export::lastArray() const {
   return last;
 }
 
-bool Export::hasBitStrings() const { return std::string_view(name).find("_1u") != std::string_view::npos; }
-
-bool Export::isSort() const { return std::string_view(name).starts_with("orpsSort"); }
-
 bool Export::hasFloats() const {
   return std::any_of(parameters.begin(), parameters.end(), [](const Parameter& p) { return p.isFloat; });
 }
@@ -35,33 +38,28 @@ bool Export::hasIntegerResult() const {
                      [](const Parameter& p) { return p.element && !p.isSource && p.isInteger; });
 }
 
-bool Export::hasWorkArray() const { return std::string_view(name).starts_with("orpsSortRadix"); }
-
 size_t Export::length() const {
-  if (hasBitStrings()) return parameters.size() - 1;
+  if (is(kHasBitStrings)) return parameters.size() - 1;
   size_t last = lastArray();
-  while (reduces && !parameters[last].isSource) --last;
+  while (is(kReduces) && !parameters[last].isSource) --last;
   return last + 1;
 }
 
 int Export::further(size_t i, int extra) const {
-  constexpr std::string_view kThreshold = "orpsThreshold_";
-  const std::string_view text = name;
-  const bool isGeneric = text.starts_with(kThreshold) && std::isdigit(text[kThreshold.size()]);
-  if (text.starts_with("orpsSortRadixIndex")) return static_cast<int>(parameters[0].elementBytes);  // the stride
-  const bool isRelation = isGeneric && i + 1 == parameters.size();
+  if (is(kTakesStride)) return static_cast<int>(parameters[0].elementBytes);
+  const bool isRelation = is(kTakesRelation) && i + 1 == parameters.size();
   return isRelation && extra == kExtras[0] ? 4 : extra;  // greater-than; another extra is 0, less-than
 }
 
 Call::Call(const Export& description, int len, int extra, size_t misalignment)
     : export_(description), slots_(description.parameters.size()) {
-  const int elements = export_.hasBitStrings() ? (std::max(extra, 0) + len + 7) / 8 : len;
+  const int elements = export_.is(kHasBitStrings) ? (std::max(extra, 0) + len + 7) / 8 : len;
   for (size_t i = 0; i < slots_.size(); ++i) {
     const Parameter& parameter = export_.parameters[i];
     if (parameter.element) {
-      const size_t displacement = misalignment == 0 ? 0 : misalignment + 2 * i;
+      const size_t displacement = misalignment == kAnyAddress ? kAnyAddress : misalignment + 2 * i;
       EXPECT_EQ(arrays_.size() < export_.sources(), parameter.isSource) << export_.name << " is of another shape";
-      const bool isResult = export_.reduces && i > export_.length();
+      const bool isResult = export_.is(kReduces) && i > export_.length();
       arrays_.push_back(parameter.makeArray(isResult ? 1 : static_cast<size_t>(elements), displacement));
       places_.push_back(i);
       slots_[i].pointer = arrays_.back()->data();
@@ -89,7 +87,7 @@ void Call::fillWithOnes() {
 }
 
 std::vector<Sharing> Call::sharings() const {
-  if (export_.hasBitStrings() || export_.reduces || export_.isSort()) return {};
+  if (export_.is(kHasBitStrings) || export_.is(kReduces) || export_.is(kSorts)) return {};
   const size_t sources = export_.sources();
   Sharing own(sources);
   for (size_t i = 0; i < sources; ++i) own[i] = i;
@@ -116,7 +114,7 @@ void Call::share(const Sharing& sharing) {
 
 std::vector<unsigned char> Call::result() const {
   std::vector<unsigned char> all;
-  for (size_t i = export_.sources(); i < arrays_.size() - (export_.hasWorkArray() ? 1 : 0); ++i) {
+  for (size_t i = export_.sources(); i < arrays_.size() - (export_.is(kHasWorkArray) ? 1 : 0); ++i) {
     const auto bytes = arrays_[i]->bytes();
     all.insert(all.end(), bytes.begin(), bytes.end());
   }

@@ -1,6 +1,6 @@
 // Calls an export by the shape of its prototype alone: sources (const pointers), one destination or more behind them,
 // the length next to these, and further arguments anywhere. Reductions have the length next to their sources, and
-// results of one element behind it. Made for sweeps over the export table.
+// results of one element behind it. Made for sweeps over the export tables.
 //
 //   Call call(describe("orpsAdd_16s", &orpsAdd_16s), 100);
 //   call.fill(1, Values::mixed);
@@ -8,13 +8,14 @@
 #pragma once
 
 #include <memory>
-#include <string>
+#include <span>
 #include <type_traits>
 #include <typeinfo>
 #include <utility>
 #include <vector>
 
 #include "support/any_array.h"
+#include "support/traits.h"
 
 namespace orptest {
 
@@ -36,23 +37,34 @@ struct Parameter {
   std::unique_ptr<AnyArray> (*makeArray)(size_t len, size_t misalignment);
 };
 
-// An export with its prototype as data, so that the sweeps are compiled once and not once for each prototype.
-struct Export {
-  const char* name;
-  std::vector<Parameter> parameters;
-  void (*function)();
-  OrpStatus (*invoke)(void (*function)(), const Slot* slots);
-  bool reduces;
+using Invoke = OrpStatus (*)(void (*function)(), const Slot* slots);
 
-  size_t arrays() const;       // how many parameters are arrays, those of one element counted too
-  size_t sources() const;      // how many of these, from the first on, are read only; the others are destinations
-  size_t length() const;       // index of the length
-  bool hasBitStrings() const;  // such arrays count in bits, and a bit offset follows each
+// A prototype as data, so that the sweeps are compiled once and not once for each prototype. One that no Call can have
+// has no parameters here.
+struct Prototype {
+  std::span<const Parameter> parameters;
+  Invoke invoke;
+};
+
+struct Export {
+  Export(const char* itsName, void (*itsFunction)(), const Prototype& prototype);
+
+  const char* name;
+  void (*function)();
+  std::span<const Parameter> parameters;
+  Invoke invoke;
+  unsigned traits = 0;  // as traits.h has them
+  int sharedFrom = kNotShared;
+
+  bool is(Trait trait) const { return (traits & trait) != 0; }
+  bool isSwept() const { return !parameters.empty() && !is(kOtherShape); }
+
+  size_t arrays() const;   // how many parameters are arrays, those of one element counted too
+  size_t sources() const;  // how many of these, from the first on, are read only; the others are destinations
+  size_t length() const;   // index of the length
   bool hasExtras() const { return parameters.size() > arrays() + 1; }
-  size_t itemBytes() const { return parameters[reduces ? length() - 1 : lastArray()].elementBytes; }
-  size_t lastArray() const;   // index of the last array
-  bool hasWorkArray() const;  // which is the last one then; what it holds after the call says nothing
-  bool isSort() const;
+  size_t itemBytes() const { return parameters[is(kReduces) ? length() - 1 : lastArray()].elementBytes; }
+  size_t lastArray() const;  // index of the last array
   bool hasFloats() const;
   bool hasIntegerResult() const;
 
@@ -64,7 +76,7 @@ struct Export {
 using Sharing = std::vector<size_t>;
 
 template <class A>
-Parameter describeParameter() {
+constexpr Parameter describeParameter() {
   if constexpr (std::is_pointer_v<A>) {
     using Pointed = std::remove_pointer_t<A>;
     using Element = std::remove_const_t<Pointed>;
@@ -93,16 +105,37 @@ OrpStatus invoke(void (*function)(), const Slot* slots) {
   (std::index_sequence_for<A...>{});
 }
 
+// An array of elements, or a number. States and channels are neither.
+template <class A>
+inline constexpr bool kIsKnown = true;
+template <class T>
+inline constexpr bool kIsKnown<T*> = !std::is_pointer_v<T> && requires {
+  sizeof(T);
+};
+
 template <class... A>
-Export describe(const char* name, OrpStatus (*function)(A...), bool reduces = false) {
-  return {name, {describeParameter<A>()...}, reinterpret_cast<void (*)()>(function), &invoke<A...>, reduces};
+inline constexpr bool kIsCallable = (kIsKnown<A> && ...) && (std::is_pointer_v<A> || ...) &&
+                                    (std::is_same_v<A, int> || ...);
+
+template <class... A>
+inline constexpr Parameter kParameters[] = {describeParameter<A>()...};
+
+template <class Function>
+inline constexpr Prototype kPrototype = {};
+template <class... A>
+requires kIsCallable<A...>
+inline constexpr Prototype kPrototype<OrpStatus(A...)> = {kParameters<A...>, &invoke<A...>};
+
+template <class Function>
+Export describe(const char* name, Function* function) {
+  return {name, reinterpret_cast<void (*)()>(function), kPrototype<Function>};
 }
 
 class Call {
  public:
   // Arrays of exactly `len` elements that hold the pattern, and `extra` for every argument that is neither array nor
   // length: a constant, shift, scale factor, rounding mode or bit offset. Misaligned arrays differ in their alignment.
-  Call(const Export& description, int len, int extra = kExtras[0], size_t misalignment = 0);
+  Call(const Export& description, int len, int extra = kExtras[0], size_t misalignment = kAnyAddress);
 
   OrpStatus operator()() { return export_.invoke(export_.function, slots_.data()); }
 

@@ -1,19 +1,20 @@
-// Arrays handed to the library: on the heap, exactly sized, at any address, with guards on both sides.
+// Arrays handed to the library: exactly sized, at any address, between pages that nobody may touch.
 //
-//   Guarded<Orp16s> src(values, misalignment), dst(len);   // dst holds a pattern
+//   Guarded<Orp16s> src(values), dst(len), odd(len, 1);    // dst and odd hold a pattern
 //   ASSERT_EQ(StsOk, orpsAbs_16s(src.data(), dst.data(), len));
 //   EXPECT_EQ(expected, dst.values());                     // destructors look after the guards
 //
-// A write outside the array fails the test when the array is destroyed. AddressSanitizer stops at the first byte behind
-// the array, reads included (in front of it at the first byte below an address that is a multiple of eight).
+// An array ends directly in front of a forbidden page, or, one in four, begins directly behind one: what is read beyond
+// ends the program. (Masked loads touch nothing beyond.) An array at a chosen misalignment ends up to 63 bytes in front
+// of the page. A write between array and page fails the test when the array is destroyed; AddressSanitizer stops at the
+// first byte behind the array, reads included (in front of it at the first byte below a multiple of eight).
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
-#include <new>
 #include <vector>
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -25,19 +26,38 @@
 
 namespace orptest {
 
+// Memory between two forbidden pages; given back, it serves the next array.
+struct Pages {
+  unsigned char* begin;
+  size_t bytes;
+};
+Pages takePages(size_t bytes);
+void giveBack(const Pages& pages);
+bool nextBeginsAtPage();  // one array in four
+
+inline constexpr size_t kAnyAddress = static_cast<size_t>(-1);
+
 template <class T>
 class Guarded {
  public:
-  // `len` elements filled with the pattern, `misalignment` bytes (any number) behind a 64-byte boundary.
-  explicit Guarded(size_t len, size_t misalignment = 0)
-      : size_(len), front_(kGuard + misalignment % kGuard), bytes_(front_ + len * sizeof(T) + kGuard) {
-    block_ = static_cast<unsigned char*>(::operator new (bytes_, std::align_val_t{kGuard}));
-    for (size_t i = 0; i < bytes_; ++i) block_[i] = pattern(i);
-    ASAN_POISON_MEMORY_REGION(block_, front_);
-    ASAN_POISON_MEMORY_REGION(block_ + back(), kGuard);
+  // `len` elements filled with the pattern, beside a page or `misalignment` bytes (any number) behind a 64-byte
+  // boundary.
+  explicit Guarded(size_t len, size_t misalignment = kAnyAddress)
+      : size_(len), pages_(takePages(len * sizeof(T) + kGuard)) {
+    const size_t room = pages_.bytes - len * sizeof(T);
+    front_ = room;
+    if (misalignment != kAnyAddress) {
+      front_ -= (room - misalignment) % kGuard;
+    } else if (nextBeginsAtPage()) {
+      front_ = 0;
+    }
+    for (size_t i = guardBegin(); i < guardEnd(); ++i) pages_.begin[i] = pattern(i);
+    ASAN_POISON_MEMORY_REGION(pages_.begin + guardBegin(), front_ - guardBegin());
+    ASAN_POISON_MEMORY_REGION(pages_.begin + back(), guardEnd() - back());
   }
 
-  explicit Guarded(const std::vector<T>& values, size_t misalignment = 0) : Guarded(values.size(), misalignment) {
+  explicit Guarded(const std::vector<T>& values, size_t misalignment = kAnyAddress)
+      : Guarded(values.size(), misalignment) {
     assign(values);
   }
 
@@ -45,30 +65,30 @@ class Guarded {
   Guarded& operator=(const Guarded&) = delete;
 
   ~Guarded() {
-    ASAN_UNPOISON_MEMORY_REGION(block_, bytes_);
-    EXPECT_TRUE(holdsPattern(0, front_)) << "written in front of an array of " << size_ << " elements";
-    EXPECT_TRUE(holdsPattern(back(), bytes_)) << "written behind an array of " << size_ << " elements";
-    ::operator delete (block_, std::align_val_t{kGuard});
+    ASAN_UNPOISON_MEMORY_REGION(pages_.begin + guardBegin(), guardEnd() - guardBegin());
+    EXPECT_TRUE(holdsPattern(guardBegin(), front_)) << "written in front of an array of " << size_ << " elements";
+    EXPECT_TRUE(holdsPattern(back(), guardEnd())) << "written behind an array of " << size_ << " elements";
+    giveBack(pages_);
   }
 
-  T* data() { return reinterpret_cast<T*>(block_ + front_); }
+  T* data() { return reinterpret_cast<T*>(pages_.begin + front_); }
   size_t size() const { return size_; }
 
   // Elements travel as copies: at an odd address a reference to one would be undefined.
   T operator[](size_t i) const {
     T value;
-    std::memcpy(&value, block_ + front_ + i * sizeof(T), sizeof(T));
+    std::memcpy(&value, pages_.begin + front_ + i * sizeof(T), sizeof(T));
     return value;
   }
-  void set(size_t i, const T& value) { std::memcpy(block_ + front_ + i * sizeof(T), &value, sizeof(T)); }
+  void set(size_t i, const T& value) { std::memcpy(pages_.begin + front_ + i * sizeof(T), &value, sizeof(T)); }
   std::vector<T> values() const {
     std::vector<T> copy(size_);
-    if (size_ > 0) std::memcpy(copy.data(), block_ + front_, size_ * sizeof(T));
+    if (size_ > 0) std::memcpy(copy.data(), pages_.begin + front_, size_ * sizeof(T));
     return copy;
   }
   void assign(const std::vector<T>& values) {
     ASSERT_EQ(size_, values.size());
-    if (size_ > 0) std::memcpy(block_ + front_, values.data(), size_ * sizeof(T));
+    if (size_ > 0) std::memcpy(pages_.begin + front_, values.data(), size_ * sizeof(T));
   }
 
   // Nothing has been written since construction (without values).
@@ -82,13 +102,16 @@ class Guarded {
 
   bool holdsPattern(size_t begin, size_t end) const {
     for (size_t i = begin; i < end; ++i)
-      if (block_[i] != pattern(i)) return false;
+      if (pages_.begin[i] != pattern(i)) return false;
     return true;
   }
   size_t back() const { return front_ + size_ * sizeof(T); }
+  size_t guardBegin() const { return front_ - std::min(front_, kGuard); }
+  size_t guardEnd() const { return std::min(back() + kGuard, pages_.bytes); }
 
-  size_t size_, front_, bytes_;
-  unsigned char* block_;
+  size_t size_;
+  Pages pages_;
+  size_t front_;
 };
 
 }  // namespace orptest
