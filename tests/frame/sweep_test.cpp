@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstdint>
 
 #include "support/call.h"
 #include "support/export_tables.h"
@@ -23,6 +24,17 @@ void forEachExtra(Test test) {
     }
   }
 }
+
+#if defined(__linux__)
+TEST(Sweep, WouldNotSurviveReadingBeyondAnArray) {
+  const auto read = [](const Orp8u* address) { return *static_cast<const volatile Orp8u*>(address); };
+  for (int i = 0; i < 4; ++i) {
+    Guarded<Orp8u> array(67);
+    const bool begins = reinterpret_cast<uintptr_t>(array.data()) % 4096 == 0;
+    EXPECT_DEATH(read(begins ? array.data() - 1 : array.data() + array.size()), "");
+  }
+}
+#endif
 
 TEST(Sweep, NullPointersAreFoundFirstThenLengths) {
   forEachExtra([](const Export& each, int extra) {

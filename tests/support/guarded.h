@@ -17,11 +17,20 @@
 #include <cstring>
 #include <vector>
 
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer) && !defined(__SANITIZE_ADDRESS__)
+#define __SANITIZE_ADDRESS__ 1  // as GCC has it
+#endif
+#endif
 #if defined(__SANITIZE_ADDRESS__)
-#include <sanitizer/asan_interface.h>
+// The sanitizer's own functions; not every compiler comes with their header.
+extern "C" void __asan_poison_memory_region(const volatile void* address, size_t bytes);
+extern "C" void __asan_unpoison_memory_region(const volatile void* address, size_t bytes);
+#define ASAN_POISON_MEMORY_REGION(address, bytes) __asan_poison_memory_region(address, bytes)
+#define ASAN_UNPOISON_MEMORY_REGION(address, bytes) __asan_unpoison_memory_region(address, bytes)
 #else
-#define ASAN_POISON_MEMORY_REGION(address, size) static_cast<void>(0)
-#define ASAN_UNPOISON_MEMORY_REGION(address, size) static_cast<void>(0)
+#define ASAN_POISON_MEMORY_REGION(address, bytes) static_cast<void>(0)
+#define ASAN_UNPOISON_MEMORY_REGION(address, bytes) static_cast<void>(0)
 #endif
 
 namespace orptest {

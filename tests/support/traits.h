@@ -38,6 +38,7 @@ inline constexpr TraitRow kTraitRows[] = {
     {"orpsConjCcs_32fc", kOtherShape},
     {"orpsConjCcs_64fc", kOtherShape},
     {"orpsFindNearest*", kOtherShape},
+    {"orpsRand*", kOtherShape},
     {"orpsTone*", kOtherShape},
     {"orpsTriangle*", kOtherShape},
     {"orpsPreemphasize_*", kOtherShape},
