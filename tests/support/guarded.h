@@ -5,9 +5,9 @@
 //   EXPECT_EQ(expected, dst.values());                     // destructors look after the guards
 //
 // An array ends directly in front of a forbidden page, or, one in four, begins directly behind one: what is read beyond
-// ends the program. (Masked loads touch nothing beyond.) With a misalignment it ends up to 63 bytes in front of the page.
-// A write between array and page fails the test when the array is destroyed; AddressSanitizer stops at the first byte
-// behind the array, reads included (in front of it at the first byte below a multiple of eight).
+// ends the program. (Masked loads touch nothing beyond.) With a misalignment it ends up to 63 bytes in front of the
+// page. A write between array and page fails the test when the array is destroyed; AddressSanitizer stops at the first
+// byte behind the array, reads included (in front of it at the first byte below a multiple of eight).
 #pragma once
 
 #include <gtest/gtest.h>
