@@ -159,7 +159,7 @@ void checkSortIndexTimes(OrpStatus (*sort)(T*, Orp32s*, int), bool descend) {
 TEST(SortIndex, wavesFollowTheSteps) {
   Check<Orp32f> check(&orpsSortIndexAscend_32f_I, false);
   Random random;
-  for (const size_t len : {2000, 100'003}) {
+  for (const size_t len : {2000U, 100'003U}) {
     const auto sorted = distinct<Orp32f>(len, false);
     check(arranged({"organ pipe", organPipe}, sorted, random));
     check(arranged({"saw-tooth", sawTooth}, sorted, random));
