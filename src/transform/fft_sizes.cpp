@@ -4,7 +4,6 @@
 #include <xmmintrin.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
 #include <type_traits>
 
@@ -91,7 +90,9 @@ T normFactor(int order, int flag) {
     const float r = _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(n)));
     return (r * -0.5F) * (n * r * r - 3.0F);
   } else {
-    return 1 / std::sqrt(n);
+    // Correctly rounded, which 1 / sqrt(n) is not where n is no square.
+    constexpr double kRootOfHalf = 0x1.6a09e667f3bcdp-1;
+    return (order % 2 == 0 ? 1.0 : kRootOfHalf) / static_cast<double>(points(order / 2));
   }
 }
 

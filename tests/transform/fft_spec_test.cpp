@@ -186,7 +186,7 @@ TEST(FftSpec, FieldsSayWhatWasAskedFor) {
         if (flag <= 2) {
           EXPECT_EQ(1 / n, h.factor);
         } else if (flag == 4 && type->isDouble) {
-          EXPECT_DOUBLE_EQ(1 / std::sqrt(n), h.factor);
+          EXPECT_EQ(static_cast<double>(1 / std::sqrt(static_cast<long double>(n))), h.factor);
         } else if (flag == 4) {
           EXPECT_EQ(static_cast<double>(reciprocalRoot(static_cast<float>(n))), h.factor);
         }

@@ -132,9 +132,9 @@ OrpStatus orpsFFTGetSize_R_16s32s(int order, int flag, int hint, int* pSizeSpec,
  *  specification stands at the first multiple of 64 in pSpec; that address is stored in *ppFFTSpec. It must not be
  *  moved and lives as long as its memory.
  *
- *  The factor is 1 / N for flags 1 and 2, 1 / sqrt(N) for flag 4. In float the latter is made of the processor's
- *  approximate reciprocal square root r as (r * -0.5) * (N * r * r - 3), each operation rounded once, so that its last
- *  bit may differ from that of 1 / sqrt(N).
+ *  The factor is 1 / N for flags 1 and 2, 1 / sqrt(N) for flag 4, in double correctly rounded. In float the latter is
+ *  made of the processor's approximate reciprocal square root r as (r * -0.5) * (N * r * r - 3), each operation rounded
+ *  once, so that its last bit may differ from that of 1 / sqrt(N).
  *
  *  Twiddle factors come from sines that are rounded once, in double with an error below 0.501 units in the last place.
  *
