@@ -76,10 +76,10 @@ HWY_INLINE Parts<Doubles> DirectionOf(Words angle) {
   return DirectionOf(angle, hn::Sub(FractionOf(hn::ShiftLeft<2>(angle), 1), hn::Set(kDoubles, 1.5)));
 }
 
-// ---- Sources of elements. Store(z, dst, rows) writes rows of 2 kLanes elements, the first of which has an even
+// ---- Sources of elements. Store(z, dst, rows) writes rows of 2 kDoubleLanes elements, the first of which has an even
 // position. z leads to the words of the first row: its lane i belongs to word number(i) of these.
 
-constexpr size_t kRow = 2 * kLanes, kRows = 8, kBlock = kRows * kRow;
+constexpr size_t kRow = 2 * kDoubleLanes, kRows = 8, kBlock = kRows * kRow;
 
 bool IsFinite(double x) { return __builtin_isfinite(x); }
 
@@ -97,7 +97,7 @@ struct UniformInteger {
 
   HWY_INLINE void Store(Words z, T* dst, size_t rows) const {
     constexpr hn::Rebind<hwy::MakeUnsigned<T>, decltype(kHalves)> d;
-    const auto step = hn::Set(kWords, kLanes * kGamma);
+    const auto step = hn::Set(kWords, kDoubleLanes * kGamma);
     const auto factor = hn::Set(kHalves, count);
     for (size_t i = 0; i < rows * kRow; i += kRow, z = hn::Add(z, step)) {
       const auto word = hn::BitCast(kHalves, Mixed(z));
@@ -137,7 +137,7 @@ struct UniformReal {
     return __builtin_bit_cast(T, x > 0 ? bits - 1 : bits + 1);
   }
   HWY_INLINE void Store(Words z, T* dst, size_t rows) const {
-    const auto step = hn::Set(kWords, kLanes * kGamma);
+    const auto step = hn::Set(kWords, kDoubleLanes * kGamma);
     for (size_t i = 0; i < rows * kRow; i += hn::MaxLanes(d), z = hn::Add(z, step)) {
       const auto u = [z]() HWY_ATTR {
         if constexpr (kWhole) {
@@ -162,7 +162,7 @@ struct Gauss {
   static constexpr uint64_t kState = kGaussState;
   static constexpr uint64_t kWordsOfPair = 2;
   // So that interleaving within 128 bits puts the elements in order. Angles are the next words.
-  static constexpr uint64_t number(size_t i) { return 2 * (i / 2 + i % 2 * (kLanes / 2)); }
+  static constexpr uint64_t number(size_t i) { return 2 * (i / 2 + i % 2 * (kDoubleLanes / 2)); }
   static bool Accepts(double mean, double deviation) { return IsFinite(mean) && IsFinite(deviation) && deviation >= 0; }
 
   double mean, deviation;
@@ -175,24 +175,24 @@ struct Gauss {
   // In three loops, since a single one would be a chain too long for the processor to overlap with the next.
   HWY_INLINE void Store(Words z, T* dst, size_t rows) const {
     constexpr hn::Rebind<T, hn::ScalableTag<double>> d;
-    alignas(64) uint64_t words[2 * kRows * kLanes];
-    alignas(64) double radii[kRows * kLanes];
-    uint64_t* const angles = words + kRows * kLanes;
-    const auto step = hn::Set(kWords, kWordsOfPair * kLanes * kGamma), gamma = hn::Set(kWords, kGamma);
-    for (size_t i = 0; i < rows * kLanes; i += kLanes, z = hn::Add(z, step)) {
+    alignas(64) uint64_t words[2 * kRows * kDoubleLanes];
+    alignas(64) double radii[kRows * kDoubleLanes];
+    uint64_t* const angles = words + kRows * kDoubleLanes;
+    const auto step = hn::Set(kWords, kWordsOfPair * kDoubleLanes * kGamma), gamma = hn::Set(kWords, kGamma);
+    for (size_t i = 0; i < rows * kDoubleLanes; i += kDoubleLanes, z = hn::Add(z, step)) {
       hn::Store(Mixed(z), kWords, words + i);
       hn::Store(Mixed(hn::Add(z, gamma)), kWords, angles + i);
     }
-    for (size_t i = 0; i < rows * kLanes; i += kLanes) {
+    for (size_t i = 0; i < rows * kDoubleLanes; i += kDoubleLanes) {
       const auto uniform = hn::Sub(hn::Set(kDoubles, 2.0), FractionOf(hn::Load(kWords, words + i), 1));  // in (0, 1]
       hn::Store(hn::Sqrt(MinusTwiceLogarithm(uniform)), kDoubles, radii + i);
     }
-    for (size_t i = 0; i < rows * kLanes; i += kLanes) {
+    for (size_t i = 0; i < rows * kDoubleLanes; i += kDoubleLanes) {
       const auto direction = DirectionOf(hn::Load(kWords, angles + i));
       const auto radius = hn::Load(kDoubles, radii + i);
       const auto even = Value(hn::Mul(radius, direction.re)), odd = Value(hn::Mul(radius, direction.im));
       hn::StoreU(ToSamples(d, hn::InterleaveLower(kDoubles, even, odd)), d, dst + 2 * i);
-      hn::StoreU(ToSamples(d, hn::InterleaveUpper(kDoubles, even, odd)), d, dst + 2 * i + kLanes);
+      hn::StoreU(ToSamples(d, hn::InterleaveUpper(kDoubles, even, odd)), d, dst + 2 * i + kDoubleLanes);
     }
   }
 };
@@ -202,9 +202,9 @@ struct Gauss {
 // What leads to the words of a row.
 template <class Source>
 struct FirstWords {
-  alignas(64) uint64_t behind[kLanes];
+  alignas(64) uint64_t behind[kDoubleLanes];
   constexpr FirstWords() : behind() {
-    for (size_t i = 0; i < kLanes; ++i) behind[i] = (Source::number(i) + 1) * kGamma;
+    for (size_t i = 0; i < kDoubleLanes; ++i) behind[i] = (Source::number(i) + 1) * kGamma;
   }
 };
 template <class Source>
@@ -214,7 +214,7 @@ constexpr FirstWords<Source> kFirstWords;
 // made.
 template <class Source, class T>
 HWY_NOINLINE void Fill(const Source& source, uint64_t state, uint64_t position, T* dst, size_t len) {
-  const auto step = hn::Set(kWords, kRows * kLanes * Source::kWordsOfPair * kGamma);
+  const auto step = hn::Set(kWords, kRows * kDoubleLanes * Source::kWordsOfPair * kGamma);
   auto z = hn::Add(hn::Load(kWords, kFirstWords<Source>.behind),
                    hn::Set(kWords, state + position / 2 * Source::kWordsOfPair * kGamma));
   for (size_t skipped = position % 2; len > 0; z = hn::Add(z, step)) {

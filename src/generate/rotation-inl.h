@@ -13,7 +13,7 @@ namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
 
-constexpr size_t kBlock = 64;
+constexpr size_t kTurnedBlock = 64;
 
 // A complex number of the size of 1 by its angle, in turns.
 struct Direction {
@@ -27,45 +27,45 @@ struct Direction {
 };
 
 // A pointer that turns by the same angle from element to element, computed in T; turnsOf(n) are the turns of n steps,
-// for a number or a vector of numbers up to 2 kBlock. An element is its block's first one turned by one of kBlock fine
-// directions; first ones are turned from block to block in double precision, and computed anew every kSeedBlocks
-// blocks: with 8 the error is below 5e-15 of the start's size, with 64 below 1e-14.
+// for a number or a vector of numbers up to 2 kTurnedBlock. An element is its block's first one turned by one of
+// kTurnedBlock fine directions; first ones are turned from block to block in double precision, and computed anew every
+// kSeedBlocks blocks: with 8 the error is below 5e-15 of the start's size, with 64 below 1e-14.
 template <class T, size_t kSeedBlocks, class TurnsOf>
 class Rotation {
  public:
   Rotation(const TurnsOf& turnsOf, Direction start, size_t len) : start_(start), first_(start), turnsOf_(turnsOf) {
     // Powers of two, then by doubling as many as the elements need: those from k on are those below k turned by k.
-    alignas(64) static constexpr double kPowers[] = {1, 2, 4, 8, 16, 32, kBlock, 2 * kBlock};
+    alignas(64) static constexpr double kPowers[] = {1, 2, 4, 8, 16, 32, kTurnedBlock, 2 * kTurnedBlock};
     alignas(64) double re[8], im[8];
-    for (size_t i = 0; i < 8 && kPowers[i] < static_cast<double>(HWY_MAX(len, 2 * kLanes)); i += kLanes) {
+    for (size_t i = 0; i < 8 && kPowers[i] < static_cast<double>(HWY_MAX(len, 2 * kDoubleLanes)); i += kDoubleLanes) {
       const auto direction = DirectionOf(turnsOf(hn::Load(kDoubles, kPowers + i)));
       hn::Store(direction.re, kDoubles, re + i);
       hn::Store(direction.im, kDoubles, im + i);
     }
-    if (len > kBlock) block_ = {re[6], im[6]};
+    if (len > kTurnedBlock) block_ = {re[6], im[6]};
     fineRe_[0] = 1;
     fineIm_[0] = 0;
     size_t k = 1;
-    for (size_t i = 0; k < kBlock && k < HWY_MAX(len, 2 * kLanes); k *= 2, ++i) {
-      if (k < kLanes) {
+    for (size_t i = 0; k < kTurnedBlock && k < HWY_MAX(len, 2 * kDoubleLanes); k *= 2, ++i) {
+      if (k < kDoubleLanes) {
         for (size_t j = 0; j < k; ++j) Turn(kOne, j, k, {re[i], im[i]});
       } else {
-        for (size_t j = 0; j < k; j += kLanes) Turn(kDoubles, j, k, {re[i], im[i]});
+        for (size_t j = 0; j < k; j += kDoubleLanes) Turn(kDoubles, j, k, {re[i], im[i]});
       }
     }
     if constexpr (std::is_same_v<T, float>) {
       constexpr hn::Rebind<float, hn::ScalableTag<double>> d;
-      for (size_t j = 0; j < k; j += kLanes) {
+      for (size_t j = 0; j < k; j += kDoubleLanes) {
         hn::Store(hn::DemoteTo(d, hn::Load(kDoubles, fineRe_ + j)), d, singleRe_ + j);
         hn::Store(hn::DemoteTo(d, hn::Load(kDoubles, fineIm_ + j)), d, singleIm_ + j);
       }
     }
   }
 
-  // Called for n = 0, kBlock, 2 kBlock, ... in this order.
+  // Called for n = 0, kTurnedBlock, 2 kTurnedBlock, ... in this order.
   HWY_INLINE void Begin(size_t n) {
     if (n == 0) return;
-    first_ = n % (kSeedBlocks * kBlock) == 0 ? start_.Times(Direction::Of(turnsOf_(n))) : first_.Times(block_);
+    first_ = n % (kSeedBlocks * kTurnedBlock) == 0 ? start_.Times(Direction::Of(turnsOf_(n))) : first_.Times(block_);
   }
 
   // Of the block's elements from j on.
@@ -95,8 +95,8 @@ class Rotation {
     }
   }
 
-  alignas(64) double fineRe_[kBlock], fineIm_[kBlock];
-  alignas(64) float singleRe_[kBlock], singleIm_[kBlock];  // the same, where T is float
+  alignas(64) double fineRe_[kTurnedBlock], fineIm_[kTurnedBlock];
+  alignas(64) float singleRe_[kTurnedBlock], singleIm_[kTurnedBlock];  // the same, where T is float
   Direction start_, first_, block_;
   TurnsOf turnsOf_;
 };

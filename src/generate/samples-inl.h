@@ -17,7 +17,7 @@ namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
 
-constexpr size_t kLanes = HWY_MAX_BYTES / sizeof(double);
+constexpr size_t kDoubleLanes = HWY_MAX_BYTES / sizeof(double);
 
 // n, n + 1, ...
 HWY_INLINE Doubles Indices(size_t n) { return hn::Iota(kDoubles, static_cast<double>(n)); }

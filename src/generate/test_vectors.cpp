@@ -40,14 +40,15 @@ OrpStatus jaehne(T* pDst, int len, T magnitude) {
   ORPS_CHECK_VECTOR(len, pDst);
   ORPS_RETURN_IF(magnitude < 0, StsJaehneMagnitude);
   // n^2 modulo 4 len, whole turns, so that the angle is as exact at the end as at the beginning; and what leads to that
-  // of n + kLanes. Doubles hold these integers.
+  // of n + kDoubleLanes. Doubles hold these integers.
   const double turn = 4 * static_cast<double>(len);
   const auto period = hn::Set(kDoubles, turn), scale = hn::Set(kDoubles, static_cast<double>(magnitude));
   const auto remainder = [=](Doubles n) HWY_ATTR { return hn::Sub(n, hn::Mul(hn::Floor(hn::Div(n, period)), period)); };
   const auto n = Indices(0);
   auto square = remainder(hn::Mul(n, n));
-  auto next = remainder(hn::Add(hn::Mul(n, hn::Set(kDoubles, 2.0 * kLanes)), hn::Set(kDoubles, 1.0 * kLanes * kLanes)));
-  const auto difference = remainder(hn::Set(kDoubles, 2.0 * kLanes * kLanes));
+  auto next = remainder(
+      hn::Add(hn::Mul(n, hn::Set(kDoubles, 2.0 * kDoubleLanes)), hn::Set(kDoubles, 1.0 * kDoubleLanes * kDoubleLanes)));
+  const auto difference = remainder(hn::Set(kDoubles, 2.0 * kDoubleLanes * kDoubleLanes));
   Fill(pDst, static_cast<size_t>(len), [&](size_t) ORPSP_INLINED {
     const auto sine = DirectionOf(hn::Div(square, period)).im;
     square = Wrapped(hn::Add(square, next), period);

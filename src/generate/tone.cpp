@@ -74,11 +74,11 @@ HWY_NOINLINE void FillTone(E* dst, size_t len, double magnitude, const Turns& tu
   Rotation<T, sizeof(Lane<E>) == 8 ? 8 : 64, Turns> pointer(
       turns, {magnitude * direction.re, phase == 0 ? 0 : magnitude * direction.im}, len);
   Fill(dst, len, [&](size_t n) ORPSP_INLINED {
-    if (n % kBlock == 0) pointer.Begin(n);
+    if (n % kTurnedBlock == 0) pointer.Begin(n);
     if constexpr (isComplex<E>) {
-      return Group<E, T>::Of(pointer.Re(n % kBlock), pointer.Im(n % kBlock));
+      return Group<E, T>::Of(pointer.Re(n % kTurnedBlock), pointer.Im(n % kTurnedBlock));
     } else {
-      return Group<E, T>::Of(pointer.Re(n % kBlock));
+      return Group<E, T>::Of(pointer.Re(n % kTurnedBlock));
     }
   });
 }
@@ -131,15 +131,16 @@ HWY_NOINLINE void FillTriangle(E* dst, size_t len, double magnitude, const Turns
   const Wave wave(asymmetry);
   const auto scale = hn::Set(kDoubles, magnitude);
   const double start = phase / kTwoPi;
-  alignas(64) double fine[kBlock];
-  for (size_t j = 0; j < HWY_MIN(len, kBlock); j += kLanes) hn::Store(turns(Indices(j)), kDoubles, fine + j);
+  alignas(64) double fine[kTurnedBlock];
+  for (size_t j = 0; j < HWY_MIN(len, kTurnedBlock); j += kDoubleLanes)
+    hn::Store(turns(Indices(j)), kDoubles, fine + j);
   double first = 0;
   Fill(dst, len, [&](size_t n) ORPSP_INLINED {
-    if (n % kBlock == 0) {
+    if (n % kTurnedBlock == 0) {
       first = start + turns(n);
       if (first >= 1) first -= 1;
     }
-    const auto at = FractionOf(hn::Add(hn::Set(kDoubles, first), hn::Load(kDoubles, fine + n % kBlock)));
+    const auto at = FractionOf(hn::Add(hn::Set(kDoubles, first), hn::Load(kDoubles, fine + n % kTurnedBlock)));
     const auto re = hn::Mul(wave.At(at), scale);
     if constexpr (isComplex<E>) {
       const auto quarterBefore = FractionOf(hn::Add(at, hn::Set(kDoubles, 0.75)));

@@ -23,7 +23,8 @@ namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
 
-// ---- Weights. Begin(n) is called for n = 0, kBlock, 2 kBlock, ...; At(j) is a vector of weights, from n + j on.
+// ---- Weights. Begin(n) is called for n = 0, kTurnedBlock, 2 kTurnedBlock, ...; At(j) is a vector of weights, from n +
+// j on.
 
 // n times a slope.
 struct Line {
@@ -150,23 +151,23 @@ HWY_NOINLINE void Weigh(Weights& weights, double unit, const E* src, E* dst, siz
   const size_t count = len / 2 + len % 2;  // of weights
   const auto scale = hn::Set(kDoubles, unit);
   size_t n = 0;
-  for (; n + kLanes <= count; n += kLanes) {
-    if (n % kBlock == 0) weights.Begin(n);
-    const auto w = hn::Mul(weights.At(n % kBlock), scale);
+  for (; n + kDoubleLanes <= count; n += kDoubleLanes) {
+    if (n % kTurnedBlock == 0) weights.Begin(n);
+    const auto w = hn::Mul(weights.At(n % kTurnedBlock), scale);
     const auto front = Times(Group<E>::Load(src + n), w);
-    const auto back = Times(Group<E>::Load(src + (len - n - kLanes)), hn::Reverse(kDoubles, w));
+    const auto back = Times(Group<E>::Load(src + (len - n - kDoubleLanes)), hn::Reverse(kDoubles, w));
     front.Store(dst + n);
-    back.Store(dst + (len - n - kLanes));
+    back.Store(dst + (len - n - kDoubleLanes));
   }
   if (n == count) return;
-  if (n % kBlock == 0) weights.Begin(n);
-  const auto w = hn::Mul(weights.At(n % kBlock), scale);
-  alignas(64) double turned[2 * kLanes] = {};
+  if (n % kTurnedBlock == 0) weights.Begin(n);
+  const auto w = hn::Mul(weights.At(n % kTurnedBlock), scale);
+  alignas(64) double turned[2 * kDoubleLanes] = {};
   hn::Store(hn::Reverse(kDoubles, w), kDoubles, turned);
   const size_t few = count - n, fewBehind = few - len % 2;  // the middle element is one of those in front
   const auto front = Times(Group<E>::LoadFew(src + n, few), w);
   const auto back = Times(Group<E>::LoadFew(src + (len - n - fewBehind), fewBehind),
-                          hn::LoadU(kDoubles, turned + (kLanes - fewBehind)));
+                          hn::LoadU(kDoubles, turned + (kDoubleLanes - fewBehind)));
   front.StoreFew(dst + n, few);
   back.StoreFew(dst + (len - n - fewBehind), fewBehind);
 }

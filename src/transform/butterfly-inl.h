@@ -1,8 +1,7 @@
 // What every FFT is made of: vectors of complex points, butterflies of radix 2 to 32, transposition in registers.
 //
-// A vector of points is a pair of vectors, real and imaginary parts. Its lanes hold `lanes` consecutive points in the
-// order that takes one shuffle within blocks of 128 bits to make of pairs in memory, and one to make pairs again: see
-// pointOfLane.
+// A vector of points is Parts. Its lanes hold `lanes` consecutive points in the order that takes one shuffle within
+// blocks of 128 bits to make of pairs in memory, and one to make pairs again: see pointOfLane.
 //
 // [Cooley and Tukey 1965: An algorithm for the machine calculation of complex Fourier series, Math. Comp. 19]
 // [Linzer and Feig 1993: Implementation of efficient FFT algorithms on fused multiply-add architectures, IEEE Trans.
@@ -16,6 +15,7 @@
 
 #include <hwy/highway.h>
 
+#include "simd/complex-inl.h"
 #include "simd/element.h"
 #include "simd/shuffle-inl.h"
 #include "simd/unrolled-inl.h"
@@ -25,14 +25,8 @@
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
 namespace HWY_NAMESPACE {
+namespace fft {
 namespace {
-
-namespace hn = hwy::HWY_NAMESPACE;
-
-template <class V>
-struct Points {
-  V re, im;
-};
 
 // ---- Shuffles
 
@@ -94,12 +88,12 @@ struct ToNaturalOrder {
 
 // Points from pairs and back.
 template <class D, class T = hn::TFromD<D>, class V = hn::Vec<D>>
-HWY_INLINE Points<V> LoadPairs(D d, const T* from) {
+HWY_INLINE Parts<V> LoadPairs(D d, const T* from) {
   const V a = hn::LoadU(d, from), b = hn::LoadU(d, from + hn::MaxLanes(d));
   return {Shuffled<Alternate<kBlock<T>, 0>>(a, b), Shuffled<Alternate<kBlock<T>, 1>>(a, b)};
 }
 template <class D, class T = hn::TFromD<D>, class V = hn::Vec<D>>
-HWY_INLINE void StorePairs(D d, Points<V> x, T* to) {
+HWY_INLINE void StorePairs(D d, Parts<V> x, T* to) {
   hn::StoreU(Shuffled<Interleave<kBlock<T>, 1, false>>(x.re, x.im), d, to);
   hn::StoreU(Shuffled<Interleave<kBlock<T>, 1, true>>(x.re, x.im), d, to + hn::MaxLanes(d));
 }
@@ -133,17 +127,17 @@ HWY_INLINE void StorePart(D d, hn::Vec<D> v, T* to) {
 
 // ---- Points at consecutive places of the caller's memory
 
-// Pairs; isSwapped: imaginary part first.
+// In pairs; isSwapped: imaginary part first.
 template <class T, bool isSwapped>
-struct Pairs {
+struct PairedPoints {
   using Element = std::remove_const_t<T>;
   static constexpr bool kIsSwapped = isSwapped;
   static constexpr int kArrays = 1;
   T* p;
 
   template <class D>
-  HWY_INLINE Points<hn::Vec<D>> Load(D d, size_t at) const {
-    Points<hn::Vec<D>> x;
+  HWY_INLINE Parts<hn::Vec<D>> Load(D d, size_t at) const {
+    Parts<hn::Vec<D>> x;
     if constexpr (hn::MaxLanes(d) == 1) {
       x = {LoadAnywhere(d, p + 2 * at), LoadAnywhere(d, p + 2 * at + 1)};
     } else {
@@ -153,7 +147,7 @@ struct Pairs {
     return x;
   }
   template <class D>
-  HWY_INLINE void Store(D d, Points<hn::Vec<D>> x, size_t at) const {
+  HWY_INLINE void Store(D d, Parts<hn::Vec<D>> x, size_t at) const {
     if constexpr (isSwapped) x = {x.im, x.re};
     if constexpr (hn::MaxLanes(d) == 1) {
       StoreAnywhere(d, x.re, p + 2 * at);
@@ -164,18 +158,18 @@ struct Pairs {
   }
   // A vector of pairs as they stand there: its parts are exchanged if isSwapped.
   template <class D>
-  HWY_INLINE hn::Vec<D> LoadPacked(D d, size_t at) const {
+  HWY_INLINE hn::Vec<D> LoadPaired(D d, size_t at) const {
     return hn::LoadU(d, p + 2 * at);
   }
   template <class D>
-  HWY_INLINE void StorePacked(D d, hn::Vec<D> pairs, size_t at) const {
+  HWY_INLINE void StorePaired(D d, hn::Vec<D> pairs, size_t at) const {
     hn::StoreU(pairs, d, p + 2 * at);
   }
-  HWY_INLINE Pairs From(size_t at) const { return {p + 2 * at}; }
-  bool IsAt(const Pairs<Element, isSwapped>& other) const { return p == other.p; }
+  HWY_INLINE PairedPoints From(size_t at) const { return {p + 2 * at}; }
+  bool IsAt(const PairedPoints<Element, isSwapped>& other) const { return p == other.p; }
 };
 
-// Two arrays.
+// In two arrays.
 struct JoinedParts {  // of a vector of real parts and then imaginary parts
   static constexpr size_t pick(size_t i, size_t lanes) { return i / 2 + i % 2 * lanes / 2; }
 };
@@ -183,7 +177,7 @@ struct PartedPairs {
   static constexpr size_t pick(size_t i, size_t lanes) { return 2 * (i % (lanes / 2)) + i / (lanes / 2); }
 };
 template <class T>
-struct Planes {
+struct PlanarPoints {
   using Element = std::remove_const_t<T>;
   static constexpr bool kIsSwapped = false;
   static constexpr int kArrays = 2;
@@ -191,13 +185,13 @@ struct Planes {
 
   // A vector of pairs.
   template <class D>
-  HWY_INLINE hn::Vec<D> LoadPacked(D d, size_t at) const {
+  HWY_INLINE hn::Vec<D> LoadPaired(D d, size_t at) const {
     constexpr hn::Half<D> half;
     const auto parts = hn::Combine(d, hn::LoadU(half, im + at), hn::LoadU(half, re + at));
     return Shuffled<JoinedParts>(parts, parts);
   }
   template <class D>
-  HWY_INLINE void StorePacked(D, hn::Vec<D> pairs, size_t at) const {
+  HWY_INLINE void StorePaired(D, hn::Vec<D> pairs, size_t at) const {
     constexpr hn::Half<D> half;
     const auto parts = Shuffled<PartedPairs>(pairs, pairs);
     hn::StoreU(hn::LowerHalf(half, parts), half, re + at);
@@ -205,21 +199,21 @@ struct Planes {
   }
 
   template <class D>
-  HWY_INLINE Points<hn::Vec<D>> Load(D d, size_t at) const {
+  HWY_INLINE Parts<hn::Vec<D>> Load(D d, size_t at) const {
     return {LoadPart(d, re + at), LoadPart(d, im + at)};
   }
   template <class D>
-  HWY_INLINE void Store(D d, Points<hn::Vec<D>> x, size_t at) const {
+  HWY_INLINE void Store(D d, Parts<hn::Vec<D>> x, size_t at) const {
     StorePart(d, x.re, re + at);
     StorePart(d, x.im, im + at);
   }
-  HWY_INLINE Planes From(size_t at) const { return {re + at, im + at}; }
-  bool IsAt(const Planes<Element>& other) const { return re == other.re; }
+  HWY_INLINE PlanarPoints From(size_t at) const { return {re + at, im + at}; }
+  bool IsAt(const PlanarPoints<Element>& other) const { return re == other.re; }
 };
 
 // ---- Transposition of a square of lanes: row[i] lane j becomes row[j] lane i
 
-// Of four vectors of four blocks.
+// A square of four vectors of four blocks.
 template <class V>
 HWY_INLINE void TransposeBlocks(V& a, V& b, V& c, V& d) {
   constexpr size_t kUnit = kBlock<hn::TFromV<V>>;
@@ -231,7 +225,7 @@ HWY_INLINE void TransposeBlocks(V& a, V& b, V& c, V& d) {
   d = Shuffled<EveryOtherBlock<kUnit, true>>(upperAB, upperCD);
 }
 
-// Of two vectors of two blocks.
+// A square of two vectors of two blocks.
 template <class V>
 HWY_INLINE void TransposeBlocks(V& a, V& b) {
   const V lower = Shuffled<Halves<false>>(a, b);
@@ -285,16 +279,16 @@ HWY_INLINE void TransposePart(D, const Load& load, const Store& store) {
 
 // x * (wRe + i wIm)
 template <class V>
-HWY_INLINE Points<V> Times(Points<V> x, V wRe, V wIm) {
+HWY_INLINE Parts<V> Times(Parts<V> x, V wRe, V wIm) {
   return {hn::NegMulAdd(x.im, wIm, hn::Mul(x.re, wRe)), hn::MulAdd(x.im, wRe, hn::Mul(x.re, wIm))};
 }
 template <class V>
-HWY_INLINE Points<V> Times(Points<V> x, Points<V> w) {
+HWY_INLINE Parts<V> Times(Parts<V> x, Parts<V> w) {
   return Times(x, w.re, w.im);
 }
 
 template <class V, class T = hn::TFromV<V>>
-HWY_INLINE Points<V> TimesReal(Points<V> x, T factor) {
+HWY_INLINE Parts<V> TimesReal(Parts<V> x, T factor) {
   const V f = hn::Set(hn::DFromV<V>{}, factor);
   return {hn::Mul(x.re, f), hn::Mul(x.im, f)};
 }
@@ -314,7 +308,7 @@ struct Turn {
 // sum = e + w o and difference = e - w o for w = exp(-2 pi i k / radix). One quotient is taken out of w, so that six
 // fused operations do. [Linzer and Feig 1993]
 template <size_t k, size_t radix, class V>
-HWY_INLINE void Combine(Points<V> e, Points<V> o, Points<V>& sum, Points<V>& difference) {
+HWY_INLINE void Combine(Parts<V> e, Parts<V> o, Parts<V>& sum, Parts<V>& difference) {
   constexpr hn::DFromV<V> d;
   using T = hn::TFromV<V>;
   if constexpr (k == 0) {
@@ -345,7 +339,7 @@ HWY_INLINE void Combine(Points<V> e, Points<V> o, Points<V>& sum, Points<V>& dif
 // Few points are worth their pairs: a vector of them as they stand in memory. isInverse: the transform with the other
 // sign of its angles.
 template <class V, bool isInverse>
-struct Packed {
+struct Paired {
   V pairs;
 };
 
@@ -364,18 +358,18 @@ HWY_INLINE V SwappedParts(V v) {
 
 // x times w: `re` has the real parts of w twice, `im` the imaginary parts, the first one of two negated.
 template <class V, bool isInverse>
-HWY_INLINE Packed<V, isInverse> Times(Packed<V, isInverse> x, V re, V im) {
+HWY_INLINE Paired<V, isInverse> Times(Paired<V, isInverse> x, V re, V im) {
   return {hn::MulAdd(SwappedParts(x.pairs), im, hn::Mul(x.pairs, re))};
 }
 
 template <class V, bool isInverse, class T = hn::TFromV<V>>
-HWY_INLINE Packed<V, isInverse> TimesReal(Packed<V, isInverse> x, T factor) {
+HWY_INLINE Paired<V, isInverse> TimesReal(Paired<V, isInverse> x, T factor) {
   return {hn::Mul(x.pairs, hn::Set(hn::DFromV<V>{}, factor))};
 }
 
 template <size_t k, size_t radix, class V, bool isInverse>
-HWY_INLINE void Combine(Packed<V, isInverse> e, Packed<V, isInverse> o, Packed<V, isInverse>& sum,
-                        Packed<V, isInverse>& difference) {
+HWY_INLINE void Combine(Paired<V, isInverse> e, Paired<V, isInverse> o, Paired<V, isInverse>& sum,
+                        Paired<V, isInverse>& difference) {
   constexpr hn::DFromV<V> d;
   using T = hn::TFromV<V>;
   constexpr double sign = isInverse ? -1 : 1;
@@ -418,7 +412,7 @@ HWY_INLINE void Dft(const Load& load, P (&x)[radix]) {
   }
 }
 
-// The same; hands k and x[k] to `store`, one by one.
+// Dft that hands k and x[k] to `store`, one by one.
 template <size_t radix, class P, class Load, class Store>
 HWY_INLINE void Butterfly(const Load& load, const Store& store) {
   constexpr size_t kHalf = radix / 2;
@@ -434,6 +428,7 @@ HWY_INLINE void Butterfly(const Load& load, const Store& store) {
 }
 
 }  // namespace
+}  // namespace fft
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp
 HWY_AFTER_NAMESPACE();

@@ -16,12 +16,13 @@
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
 namespace HWY_NAMESPACE {
+namespace fft {
 namespace {
 
 template <class T>
-using Lanes = hn::ScalableTag<T>;
+using Tag = hn::ScalableTag<T>;
 template <class T>
-using Vector = hn::Vec<Lanes<T>>;
+using Register = hn::Vec<Tag<T>>;
 template <class T>
 constexpr size_t kLanes = HWY_MAX_BYTES / sizeof(T);
 // Columns of a row: whole vectors, and one or two lines of the cache.
@@ -44,15 +45,15 @@ struct Grid {
   HWY_INLINE size_t At(size_t row, size_t v) const { return row * rowStep + v * vectorStep; }
   HWY_INLINE T* Re(size_t row, size_t v) const { return re + At(row, v); }
   HWY_INLINE T* Im(size_t row, size_t v) const { return im + At(row, v); }
-  HWY_INLINE Points<Vector<T>> Load(size_t row) const {
-    return {hn::LoadU(Lanes<T>{}, Re(row, 0)), hn::LoadU(Lanes<T>{}, Im(row, 0))};
+  HWY_INLINE Parts<Register<T>> Load(size_t row) const {
+    return {hn::LoadU(Tag<T>{}, Re(row, 0)), hn::LoadU(Tag<T>{}, Im(row, 0))};
   }
-  HWY_INLINE void Store(size_t row, Points<Vector<T>> x) const {
-    hn::StoreU(x.re, Lanes<T>{}, Re(row, 0));
-    hn::StoreU(x.im, Lanes<T>{}, Im(row, 0));
+  HWY_INLINE void Store(size_t row, Parts<Register<T>> x) const {
+    hn::StoreU(x.re, Tag<T>{}, Re(row, 0));
+    hn::StoreU(x.im, Tag<T>{}, Im(row, 0));
   }
   HWY_INLINE Grid From(size_t row, size_t v) const { return {Re(row, v), Im(row, v), rowStep, vectorStep}; }
-  // Of a grid that is one long row of consecutive points: rows `step` points apart, from a point on, which is a
+  // The grid as one long row of consecutive points, cut into rows `step` points apart, from a point on, which is a
   // multiple of the lanes.
   HWY_INLINE Grid Columns(size_t point, size_t step) const {
     const size_t unit = vectorStep / kLanes<T>;
@@ -60,22 +61,24 @@ struct Grid {
   }
 };
 
-// Rows in working memory, one after the other.
+// Rows in working memory, one after the other; of const T to be read only.
 template <class T>
 struct WorkRows {
+  using V = Register<std::remove_const_t<T>>;
+  static constexpr Tag<std::remove_const_t<T>> d{};
   T* p;
 
   static constexpr size_t At(size_t row, size_t v) { return row * 2 * kRow<T> + v * 2 * kLanes<T>; }
   HWY_INLINE T* Re(size_t row, size_t v) const { return p + At(row, v); }
   HWY_INLINE T* Im(size_t row, size_t v) const { return p + At(row, v) + kLanes<T>; }
-  HWY_INLINE Points<Vector<T>> Load(size_t row) const {
+  HWY_INLINE Parts<V> Load(size_t row) const {
     const T* const at = Re(row, 0);
-    return {hn::LoadU(Lanes<T>{}, at), hn::LoadU(Lanes<T>{}, at + kLanes<T>)};
+    return {hn::LoadU(d, at), hn::LoadU(d, at + kLanes<T>)};
   }
-  HWY_INLINE void Store(size_t row, Points<Vector<T>> x) const {
+  HWY_INLINE void Store(size_t row, Parts<V> x) const {
     T* const at = Re(row, 0);
-    hn::StoreU(x.re, Lanes<T>{}, at);
-    hn::StoreU(x.im, Lanes<T>{}, at + kLanes<T>);
+    hn::StoreU(x.re, d, at);
+    hn::StoreU(x.im, d, at + kLanes<T>);
   }
   HWY_INLINE WorkRows From(size_t row, size_t v) const { return {p + At(row, v)}; }
 };
@@ -84,28 +87,28 @@ HWY_INLINE WorkRows<T> WorkRowsAt(T* work) {
   return {work};
 }
 
-// Rows of the caller's points, Pairs or Planes.
-template <class Place>
-struct PlacedRows {
-  using T = typename Place::Element;
-  Place place;
+// Rows of the caller's points, PairedPoints or PlanarPoints.
+template <class Points>
+struct PointRows {
+  using T = typename Points::Element;
+  Points points;
   size_t rowStep;
 
-  HWY_INLINE Points<Vector<T>> Load(size_t row) const { return place.Load(Lanes<T>{}, row * rowStep); }
-  HWY_INLINE void Store(size_t row, Points<Vector<T>> x) const { place.Store(Lanes<T>{}, x, row * rowStep); }
-  HWY_INLINE PlacedRows From(size_t row, size_t v) const {
-    return {place.From(row * rowStep + v * kLanes<T>), rowStep};
+  HWY_INLINE Parts<Register<T>> Load(size_t row) const { return points.Load(Tag<T>{}, row * rowStep); }
+  HWY_INLINE void Store(size_t row, Parts<Register<T>> x) const { points.Store(Tag<T>{}, x, row * rowStep); }
+  HWY_INLINE PointRows From(size_t row, size_t v) const {
+    return {points.From(row * rowStep + v * kLanes<T>), rowStep};
   }
 };
 
 // The caller's memory as one long row of vectors between passes.
 template <class T, bool isSwapped>
-HWY_INLINE Grid<T> GridOf(Pairs<T, isSwapped> pairs) {
-  return {pairs.p, pairs.p + kLanes<T>, 0, 2 * kLanes<T>};
+HWY_INLINE Grid<T> GridOf(PairedPoints<T, isSwapped> points) {
+  return {points.p, points.p + kLanes<T>, 0, 2 * kLanes<T>};
 }
 template <class T>
-HWY_INLINE Grid<T> GridOf(Planes<T> planes) {
-  return {planes.re, planes.im, 0, kLanes<T>};
+HWY_INLINE Grid<T> GridOf(PlanarPoints<T> points) {
+  return {points.re, points.im, 0, kLanes<T>};
 }
 
 // What goes to `rows`, times a factor.
@@ -113,7 +116,7 @@ template <class T, class Rows>
 struct ScaledRows {
   Rows rows;
   T factor;
-  HWY_INLINE void Store(size_t row, Points<Vector<T>> x) const { rows.Store(row, TimesReal(x, factor)); }
+  HWY_INLINE void Store(size_t row, Parts<Register<T>> x) const { rows.Store(row, TimesReal(x, factor)); }
   HWY_INLINE ScaledRows From(size_t row, size_t v) const { return {rows.From(row, v), factor}; }
 };
 
@@ -123,9 +126,9 @@ template <class T, class Rows>
 struct TwiddledRows {
   Rows rows;
   const T *fine, *coarse;
-  HWY_INLINE Points<Vector<T>> Load(size_t row) const {
-    const auto w = Times(WorkRowsAt(const_cast<T*>(fine)).Load(row), hn::Set(Lanes<T>{}, coarse[2 * row]),
-                         hn::Set(Lanes<T>{}, coarse[2 * row + 1]));
+  HWY_INLINE Parts<Register<T>> Load(size_t row) const {
+    const auto w =
+        Times(WorkRowsAt(fine).Load(row), hn::Set(Tag<T>{}, coarse[2 * row]), hn::Set(Tag<T>{}, coarse[2 * row + 1]));
     return Times(rows.Load(row), w);
   }
   HWY_INLINE TwiddledRows From(size_t row, size_t v) const {
@@ -163,17 +166,17 @@ struct Radices {
 // decimates in frequency; exp(-2 pi i n p / size of the block) for row p of the n-th.
 enum class Twiddles { kNone, kBefore, kAfter };
 
-// Of each of `blocks` of radix * distance rows, one after the other: rows p + distance n of `from`, n < radix, become
-// those of `to`, for p from begin to end. (Passed by value: behind a reference every store of a vector might change
-// them.)
+// Takes `blocks` of radix * distance rows, one after the other: in each, rows p + distance n of `from`, n < radix,
+// become those of `to`, for p from begin to end. (Passed by value: behind a reference every store of a vector might
+// change them.)
 template <size_t radix, Twiddles when, class T, class From, class To>
 HWY_NOINLINE void Pass(const From from, const To to, size_t distance, size_t begin, size_t end,
                        const T* HWY_RESTRICT twiddles, size_t blocks = 1) {
-  constexpr Lanes<T> d;
+  constexpr Tag<T> d;
   constexpr size_t kTwiddles = when == Twiddles::kNone ? 0 : 2 * (radix - 1);
   for (size_t block = 0; block < blocks; ++block) {
     const T* HWY_RESTRICT w = twiddles + begin * kTwiddles;
-    const auto twiddled = [&](auto n, Points<Vector<T>> x, Twiddles now) ORPSP_INLINED {
+    const auto twiddled = [&](auto n, Parts<Register<T>> x, Twiddles now) ORPSP_INLINED {
       if (now != when || n == 0) return x;
       return Times(x, hn::Set(d, w[2 * n - 2]), hn::Set(d, w[2 * n - 1]));
     };
@@ -181,9 +184,9 @@ HWY_NOINLINE void Pass(const From from, const To to, size_t distance, size_t beg
       for (size_t v = 0; v < kRowVectors<T>; ++v) {
         const From source = from.From(block * radix * distance + p, v);
         const To destination = to.From(block * radix * distance + p, v);
-        Butterfly<radix, Points<Vector<T>>>(
+        Butterfly<radix, Parts<Register<T>>>(
             [&](auto n) ORPSP_INLINED { return twiddled(n, source.Load(distance * n), Twiddles::kBefore); },
-            [&](auto k, Points<Vector<T>> x)
+            [&](auto k, Parts<Register<T>> x)
                 ORPSP_INLINED { destination.Store(distance * k, twiddled(k, x, Twiddles::kAfter)); });
       }
     }
@@ -195,14 +198,14 @@ HWY_NOINLINE void Pass(const From from, const To to, size_t distance, size_t beg
 template <size_t radix, class T, class To>
 HWY_NOINLINE void LastPass(const T* work, const To to, size_t begin, size_t end, size_t blocks,
                            const int32_t* HWY_RESTRICT reversed) {
-  const auto from = WorkRowsAt(const_cast<T*>(work));
+  const auto from = WorkRowsAt(work);
   for (size_t block = begin; block < end; ++block) {
     for (size_t v = 0; v < kRowVectors<T>; ++v) {
       const auto source = from.From((block - begin) * radix, v);
       const To destination = to.From(static_cast<size_t>(reversed[block]), v);
-      Butterfly<radix, Points<Vector<T>>>([&](auto n) ORPSP_INLINED { return source.Load(n); },
-                                          [&](auto k, Points<Vector<T>> x)
-                                              ORPSP_INLINED { destination.Store(k * blocks, x); });
+      Butterfly<radix, Parts<Register<T>>>([&](auto n) ORPSP_INLINED { return source.Load(n); },
+                                           [&](auto k, Parts<Register<T>> x)
+                                               ORPSP_INLINED { destination.Store(k * blocks, x); });
     }
   }
 }
@@ -273,21 +276,21 @@ HWY_INLINE void LastPassInWork(int order, T* work) {
 // ---- Tables
 
 template <class T>
-HWY_INLINE T* Append(T* to, Root<T> w) {
+HWY_INLINE T* Append(T* to, UnitRoot<T> w) {
   to[0] = w.re;
   to[1] = w.im;
   return to + 2;
 }
 
-// Those of the pass that joins 2^radixOrder blocks into one of 2^order rows, or parts it.
+// Appends the twiddle factors of the pass that joins 2^radixOrder blocks into one of 2^order rows, or parts it.
 template <class T>
 T* AppendPass(T* to, int order, int radixOrder, const QuarterSine<T>& sine) {
   for (size_t p = 0; p < size_t{1} << (order - radixOrder); ++p)
-    for (size_t n = 1; n < size_t{1} << radixOrder; ++n) to = Append(to, root(sine, p * n, order));
+    for (size_t n = 1; n < size_t{1} << radixOrder; ++n) to = Append(to, unitRoot(sine, p * n, order));
   return to;
 }
 
-// Those of all passes but the last, one after the other.
+// Fills in the twiddle factors of all passes but the last, one after the other.
 template <class T>
 void FillColumnTwiddles(int order, const QuarterSine<T>& sine, T* twiddles) {
   const Radices radices(order);
@@ -331,6 +334,7 @@ HWY_INLINE void FillPlaces(int order, int32_t* place) {
 }
 
 }  // namespace
+}  // namespace fft
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp
 HWY_AFTER_NAMESPACE();

@@ -9,12 +9,13 @@
 #endif
 
 #include "frame/parallel.h"
+#include "transform/caller_points-inl.h"
 #include "transform/columns-inl.h"
-#include "transform/fft_engine-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
 namespace HWY_NAMESPACE {
+namespace fft {
 namespace {
 
 constexpr int kFirstProductOrder = 14;
@@ -46,7 +47,7 @@ HWY_INLINE void WithFirstCount(int order, const F& f) {
 // the first vector of columns only, `coarse` one factor for each vector of columns and row.
 template <class T>
 struct BetweenTwiddles {
-  T *table, *coarse, *columns;  // those within the columns follow
+  T *table, *coarse, *columns;  // `columns`: those within the columns, which follow
 
   BetweenTwiddles(int order, T* at) : table(at) {
     const size_t factors = (size_t{2} << firstOrder<T>(order)) - 2;
@@ -64,12 +65,12 @@ void FillBetween(int order, const QuarterSine<T>& sine, const BetweenTwiddles<T>
   for (size_t column = 0; to != between.coarse; column += kUsed)
     for (size_t k = 1; k < rows; ++k, to += 2 * kUsed)
       for (size_t lane = 0; lane < kUsed; ++lane) {
-        const auto w = root(sine, k * (column + pointOfLane<T>(lane, kUsed)), order);
+        const auto w = unitRoot(sine, k * (column + pointOfLane<T>(lane, kUsed)), order);
         to[lane] = w.re;
         to[kUsed + lane] = w.im;
       }
   for (size_t column = 0; to != between.columns; column += kUsed)
-    for (size_t k = 1; k < rows; ++k) to = Append(to, root(sine, k * column, order));
+    for (size_t k = 1; k < rows; ++k) to = Append(to, unitRoot(sine, k * column, order));
 }
 
 // The places of rows: in order, or one row on after each block of 2^blockOrder.
@@ -97,29 +98,29 @@ struct HalvedRows {
 // FFTs of columns of kCount points, a vector of columns at a time from group begin to end. Their results become rows of
 // kCount points, row place(column) of `rows`.
 template <bool isProduct, size_t kCount, class T, class From, class Rows, class Place>
-HWY_NOINLINE void IntoRows(const From from, size_t begin, size_t end, const BetweenTwiddles<T>& between,
+HWY_NOINLINE void IntoRows(const From from, size_t begin, size_t end, const BetweenTwiddles<const T>& between,
                            const Rows rows, const Place place) {
-  constexpr Lanes<T> d;
+  constexpr Tag<T> d;
   constexpr size_t kUsed = kLanes<T>;
   const T* HWY_RESTRICT twiddles = between.table;
   const T* HWY_RESTRICT coarse = between.coarse + begin * 2 * (kCount - 1);
   T* const HWY_RESTRICT re = rows.Re(0, 0);
   T* const HWY_RESTRICT im = rows.Im(0, 0);
   for (size_t group = begin; group < end; ++group) {
-    Points<Vector<T>> x[kCount];
+    Parts<Register<T>> x[kCount];
     const From source = from.From(0, group);
-    Butterfly<kCount, Points<Vector<T>>>([&](auto n) ORPSP_INLINED { return source.Load(n); },
-                                         [&](auto k, Points<Vector<T>> value) ORPSP_INLINED {
-                                           if constexpr (k > 0) {
-                                             const T* const at = twiddles + 2 * kUsed * (k - 1);
-                                             Points<Vector<T>> w = {hn::LoadU(d, at), hn::LoadU(d, at + kUsed)};
-                                             if constexpr (isProduct)
-                                               w = Times(w, hn::Set(d, coarse[2 * k - 2]),
-                                                         hn::Set(d, coarse[2 * k - 1]));
-                                             value = Times(value, w);
-                                           }
-                                           x[k] = value;
-                                         });
+    Butterfly<kCount, Parts<Register<T>>>([&](auto n) ORPSP_INLINED { return source.Load(n); },
+                                          [&](auto k, Parts<Register<T>> value) ORPSP_INLINED {
+                                            if constexpr (k > 0) {
+                                              const T* const at = twiddles + 2 * kUsed * (k - 1);
+                                              Parts<Register<T>> w = {hn::LoadU(d, at), hn::LoadU(d, at + kUsed)};
+                                              if constexpr (isProduct)
+                                                w = Times(w, hn::Set(d, coarse[2 * k - 2]),
+                                                          hn::Set(d, coarse[2 * k - 1]));
+                                              value = Times(value, w);
+                                            }
+                                            x[k] = value;
+                                          });
     if constexpr (isProduct) {
       coarse += 2 * (kCount - 1);
     } else {
@@ -129,10 +130,10 @@ HWY_NOINLINE void IntoRows(const From from, size_t begin, size_t end, const Betw
       const auto at = [&](auto j) ORPSP_INLINED { return rows.At(place(group * kUsed + j), v); };
       TransposePart(
           d, [&](auto i) ORPSP_INLINED { return x[v * kUsed + i].re; },
-          [&](auto j, Vector<T> part) ORPSP_INLINED { hn::StoreU(part, d, re + at(j)); });
+          [&](auto j, Register<T> part) ORPSP_INLINED { hn::StoreU(part, d, re + at(j)); });
       TransposePart(
           d, [&](auto i) ORPSP_INLINED { return x[v * kUsed + i].im; },
-          [&](auto j, Vector<T> part) ORPSP_INLINED { hn::StoreU(part, d, im + at(j)); });
+          [&](auto j, Register<T> part) ORPSP_INLINED { hn::StoreU(part, d, im + at(j)); });
     });
   }
 }
@@ -151,13 +152,13 @@ HWY_INLINE void Share(int threads, const Work& work) {
 
 // From kFirstProductOrder on blocks of the first pass begin one row further apart than they are long, so that the rows
 // of its butterflies are not in the same set of the caches. (Up to order 12 there would be no memory for that.)
-template <size_t kCount, class T, class Form, class To>
-HWY_INLINE void DirectFrom(const ComplexCall<T>& call, const Form& form, const To& to) {
+template <size_t kCount, class T, class Points, class To>
+HWY_INLINE void DirectFrom(const ComplexCall<T>& call, const Points& points, const To& to) {
   constexpr size_t kHalves = kCount / kRow<T>;
   T* const work = static_cast<T*>(call.work);
   const int order = columnsOrder<T>(call.order);
   const size_t columns = size_t{1} << order;
-  const BetweenTwiddles<T> between(call.order, const_cast<T*>(call.twiddles));
+  const BetweenTwiddles<const T> between(call.order, call.twiddles);
   const Radices radices(order);
   const int blockOrder = radices.count > 1 ? order - radices.Of(0) : order;
   const size_t block = size_t{1} << blockOrder, distance = block + (call.order < kFirstProductOrder ? 0 : 1);
@@ -170,9 +171,9 @@ HWY_INLINE void DirectFrom(const ComplexCall<T>& call, const Form& form, const T
     const size_t groups = columns / kLanes<T>, begin = partBegin(groups, thread, team);
     const size_t end = partBegin(groups, thread + 1, team);
     if (kHalves == 1 && call.order < kFirstProductOrder) {
-      IntoRows<false, kCount, T>(form.From(0, columns), begin, end, between, rows, InOrder{});
+      IntoRows<false, kCount, T>(points.From(0, columns), begin, end, between, rows, InOrder{});
     } else {
-      IntoRows<true, kCount, T>(form.From(0, columns), begin, end, between, rows, Skewed{blockOrder});
+      IntoRows<true, kCount, T>(points.From(0, columns), begin, end, between, rows, Skewed{blockOrder});
     }
   });
   if (radices.count > 1) {
@@ -195,12 +196,8 @@ HWY_INLINE void DirectFrom(const ComplexCall<T>& call, const Form& form, const T
   });
 }
 
-template <class T, class Form, class To>
-HWY_INLINE void Direct(const ComplexCall<T>& call, const Form& form, const To& to) {
-  WithFirstCount<T>(call.order, [&](auto count) ORPSP_INLINED { DirectFrom<count>(call, form, to); });
-}
-
 }  // namespace
+}  // namespace fft
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp
 HWY_AFTER_NAMESPACE();

@@ -12,7 +12,7 @@
   ORPS_RETURN_IF(::orpsp::anyNull(spec, __VA_ARGS__), StsNullPtr); \
   ORPS_RETURN_IF(!::orpsp::isOfItsKind(spec), StsSpecMismatch)
 
-// Those of a complex one: the specification and its tag, then the other pointers.
+// The checks of a complex transform: the specification and its tag, then the other pointers.
 #define ORPS_CHECK_COMPLEX_FFT(spec, ...)                       \
   ORPS_RETURN_IF(::orpsp::anyNull(spec), StsNullPtr);           \
   ORPS_RETURN_IF(!::orpsp::isOfItsKind(spec), StsSpecMismatch); \

@@ -2,7 +2,6 @@
 #include "frame/entry.h"
 #include "orpsp/transform/fft_complex.h"
 #include "orpsp/transform/fft_real.h"
-#include "orpsp/vector/convert.h"
 #include "simd/element.h"
 #include "simd/targets.h"
 #include "transform/fft_call.h"
@@ -14,33 +13,12 @@
 
 #include "transform/fft_engine-inl.h"
 #include "transform/fft_real-inl.h"
+#include "vector/convert-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
-
-// ---- Conversion
-
-HWY_INLINE void Convert(const Orp16s* src, float* dst, size_t len) {
-  orpsConvert_16s32f(src, dst, static_cast<int>(len));
-}
-HWY_INLINE void Convert(const Orp32s* src, float* dst, size_t len) {
-  orpsConvert_32s32f(src, dst, static_cast<int>(len));
-}
-HWY_INLINE void Convert(const Orp32s* src, double* dst, size_t len) {
-  orpsConvert_32s64f(src, dst, static_cast<int>(len));
-}
-
-HWY_INLINE void Convert(const float* src, Orp16s* dst, size_t len, int scaleFactor) {
-  orpsConvert_32f16s_Sfs(src, dst, static_cast<int>(len), OrpRoundNear, scaleFactor);
-}
-HWY_INLINE void Convert(const float* src, Orp32s* dst, size_t len, int scaleFactor) {
-  orpsConvert_32f32s_Sfs(src, dst, static_cast<int>(len), OrpRoundNear, scaleFactor);
-}
-HWY_INLINE void Convert(const double* src, Orp32s* dst, size_t len, int scaleFactor) {
-  orpsConvert_64f32s_Sfs(src, dst, static_cast<int>(len), OrpRoundNear, scaleFactor);
-}
 
 // Calls use(numbers, work) with room for `count` numbers of T and the working memory of a complex transform. Of few
 // points the numbers are on the stack; their transforms need no working memory.
@@ -62,11 +40,6 @@ HWY_INLINE OrpStatus WithRoom(int order, size_t count, int complexOrder, Orp8u* 
 
 // ---- Complex
 
-template <class T>
-HWY_INLINE void TransformInPlace(const FftSpec<T>& spec, bool isInverse, int step, T* re, T* im, void* work) {
-  TransformComplex(CallOf<T>(spec, spec.order, isInverse, work, step, re, im, re, im));
-}
-
 template <bool isInverse, class E, class Handle>
 OrpStatus complexSfs(const E* pSrc, E* pDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
   using T = typename FftKind<Handle>::Real;
@@ -74,9 +47,9 @@ OrpStatus complexSfs(const E* pSrc, E* pDst, const Handle* pFFTSpec, int scaleFa
   const FftSpec<T>& spec = *fftRecord(pFFTSpec);
   const size_t count = size_t{2} << spec.order;
   return WithRoom<T>(spec.order, count, spec.order, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
-    Convert(lanes(pSrc), numbers, count);
-    TransformInPlace(spec, isInverse, 2, numbers, numbers + 1, work);
-    Convert(numbers, lanes(pDst), count, scaleFactor);
+    ConvertVector(lanes(pSrc), numbers, count);
+    fft::TransformPairs<isInverse>(spec, spec.order, numbers, numbers, work);
+    RoundVector(numbers, lanes(pDst), count, scaleFactor);
   });
 }
 template <bool isInverse, class E, class Handle>
@@ -87,36 +60,37 @@ OrpStatus planarSfs(const E* pSrcRe, const E* pSrcIm, E* pDstRe, E* pDstIm, cons
   const FftSpec<T>& spec = *fftRecord(pFFTSpec);
   const size_t len = size_t{1} << spec.order;
   return WithRoom<T>(spec.order, 2 * len, spec.order, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
-    Convert(pSrcRe, numbers, len);
-    Convert(pSrcIm, numbers + len, len);
-    TransformInPlace(spec, isInverse, 1, numbers, numbers + len, work);
-    Convert(numbers, pDstRe, len, scaleFactor);
-    Convert(numbers + len, pDstIm, len, scaleFactor);
+    ConvertVector(pSrcRe, numbers, len);
+    ConvertVector(pSrcIm, numbers + len, len);
+    fft::TransformPlanes<isInverse>(spec, spec.order, numbers, numbers + len, numbers, numbers + len, work);
+    RoundVector(numbers, pDstRe, len, scaleFactor);
+    RoundVector(numbers + len, pDstIm, len, scaleFactor);
   });
 }
 // ---- Real
 
-template <SpectrumLayout layout, bool isInverse, class From, class To, class Handle>
+template <class Layout, bool isInverse, class From, class To, class Handle>
 OrpStatus RealSfs(const From* pSrc, To* pDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
   using T = typename FftKind<Handle>::Real;
   ORPS_CHECK_FFT(pFFTSpec, pSrc, pDst);
   const FftSpec<T>& spec = *fftRecord(pFFTSpec);
   const size_t len = size_t{1} << spec.order;
-  const size_t inSpectrum = layout == SpectrumLayout::kCcs ? 2 * (len / 2 + 1) : len;
+  const size_t inSpectrum = spectrumLength<Layout>(len);
   return WithRoom<T>(spec.order, inSpectrum, spec.order - 1, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
-    Convert(pSrc, numbers, isInverse ? inSpectrum : len);
-    (isInverse ? SpectrumToReal<layout, T> : RealToSpectrum<layout, T>)(spec, numbers, numbers, work);
-    Convert(numbers, pDst, isInverse ? len : inSpectrum, scaleFactor);
+    ConvertVector(pSrc, numbers, isInverse ? inSpectrum : len);
+    (isInverse ? fft::SpectrumToReal<Layout, T> : fft::RealToSpectrum<Layout, T>)(spec, numbers, numbers, work);
+    RoundVector(numbers, pDst, isInverse ? len : inSpectrum, scaleFactor);
   });
 }
-template <SpectrumLayout layout, class From, class To, class Handle>
+template <class Layout, class From, class To, class Handle>
 OrpStatus forwardSfs(const From* pSrc, To* pDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
-  return RealSfs<layout, false>(pSrc, pDst, pFFTSpec, scaleFactor, pBuffer);
+  return RealSfs<Layout, false>(pSrc, pDst, pFFTSpec, scaleFactor, pBuffer);
 }
-template <SpectrumLayout layout, class From, class To, class Handle>
+template <class Layout, class From, class To, class Handle>
 OrpStatus inverseSfs(const From* pSrc, To* pDst, const Handle* pFFTSpec, int scaleFactor, Orp8u* pBuffer) {
-  return RealSfs<layout, true>(pSrc, pDst, pFFTSpec, scaleFactor, pBuffer);
+  return RealSfs<Layout, true>(pSrc, pDst, pFFTSpec, scaleFactor, pBuffer);
 }
+
 }  // namespace
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp

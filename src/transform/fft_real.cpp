@@ -27,6 +27,7 @@
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
 namespace HWY_NAMESPACE {
+namespace fft {
 namespace {
 
 // ---- Roots of neighbouring k, each for two lanes
@@ -36,7 +37,7 @@ struct SplitRoots {
   V sines, cosines;  // sin / 2 twice, and cos / 2, -cos / 2
 };
 
-// As they stand in a table.
+// Roots as they stand in a table.
 template <class T>
 struct TabledRoots {
   const T *sines, *cosines;
@@ -47,7 +48,7 @@ struct TabledRoots {
   }
 };
 
-// Of a coarse angle plus a fine one.
+// Roots of a coarse angle plus a fine one.
 template <class D>
 struct SummedRoots {
   using T = hn::TFromD<D>;
@@ -111,14 +112,8 @@ HWY_INLINE V MulSubConjugated([[maybe_unused]] D d, V a, V signedFactor, V b) {
 #endif
 }
 
-template <SpectrumLayout layout>
-constexpr bool kIsPack = layout == SpectrumLayout::kPack;
-
-// Where Re X[N / 2] stands.
-template <SpectrumLayout layout>
-HWY_INLINE size_t PlaceOfLast(size_t count) {
-  return layout == SpectrumLayout::kPerm ? 1 : kIsPack<layout> ? count - 1 : count;
-}
+template <class Layout>
+constexpr bool kIsPack = Layout::pairs(2) == 1;  // pairs begin at odd elements
 
 // All but the first pair, at p; the first one may not be touched.
 template <class D, class T = hn::TFromD<D>>
@@ -147,15 +142,15 @@ HWY_INLINE void StoreButFirst(hn::Vec<D> v, D d, T* p) {
 // are as aligned as those at the lower one, so pair 0 of each belongs to the next step: M - k of a step is the first
 // pair of the vector before, then those of the new one from its last on. From and to may be the same array, also where
 // pairs move by one number.
-template <SpectrumLayout layout, bool isInverse, class D>
+template <class Layout, bool isInverse, class D>
 struct SplitStep {
   using T = hn::TFromD<D>;
   using V = hn::Vec<D>;
   static constexpr D d{};
   static constexpr size_t kPairs = hn::MaxLanes(D{}) / 2;
   // Pair k begins at number 2 k, in Pack at 2 k - 1.
-  static constexpr ptrdiff_t kFrom = isInverse && kIsPack<layout> ? -1 : 0;
-  static constexpr ptrdiff_t kTo = !isInverse && kIsPack<layout> ? -1 : 0;
+  static constexpr ptrdiff_t kFrom = isInverse && kIsPack<Layout> ? -1 : 0;
+  static constexpr ptrdiff_t kTo = !isInverse && kIsPack<Layout> ? -1 : 0;
 
   const T* from;
   T* to;
@@ -201,29 +196,29 @@ struct SplitStep {
   HWY_INLINE void First(SplitRoots<V> roots) {
     if constexpr (isInverse) {
       const V lower = hn::IfThenElseZero(hn::FirstN(d, 1), hn::Set(d, get(from)));
-      if constexpr (kIsPack<layout>) {
+      if constexpr (kIsPack<Layout>) {
         up = hn::Or(LoadButFirst(d, from - 1), lower);
       } else {
         up = hn::Or(hn::IfThenZeroElse(hn::FirstN(d, 2), hn::LoadU(d, from)), lower);
       }
-      down = hn::IfThenElseZero(hn::FirstN(d, 1), hn::Set(d, get(from + PlaceOfLast<layout>(2 * pairs))));
+      down = hn::IfThenElseZero(hn::FirstN(d, 1), hn::Set(d, get(from + Layout::middle(2 * pairs))));
     } else {
       up = down = hn::LoadU(d, from);
     }
     const V result = Step(roots, 0);
     up = Load(kPairs);
-    if constexpr (!isInverse && kIsPack<layout>) {
+    if constexpr (!isInverse && kIsPack<Layout>) {
       StoreButFirst(result, d, to - 1);
       put(to, hn::GetLane(result));
     } else {
       Store(result, 0);
     }
     if constexpr (!isInverse) {
-      if constexpr (layout == SpectrumLayout::kCcs) {
+      if constexpr (Layout::kAllArePairs) {
         put(to + 1, T{0});
         put(to + 2 * pairs + 1, T{0});
       }
-      put(to + PlaceOfLast<layout>(2 * pairs), hn::GetLane(pending));
+      put(to + Layout::middle(2 * pairs), hn::GetLane(pending));
     }
   }
 
@@ -234,11 +229,11 @@ struct SplitStep {
   }
 };
 
-template <SpectrumLayout layout, bool isInverse, class D, class T = hn::TFromD<D>>
-HWY_NOINLINE void Split(D d, int order, const T* table, const T* from, T* to) {
+template <class Layout, bool isInverse, class D, class T = hn::TFromD<D>>
+HWY_NOINLINE void SplitSpectrum(D d, int order, const T* table, const T* from, T* to) {
   const size_t quarter = size_t{1} << (order - 2);
   const auto any = hn::Undefined(d), one = hn::Set(d, T{1});
-  SplitStep<layout, isInverse, D> step{from, to, 2 * quarter, hn::OddEven(hn::Neg(one), one), any, any, any};
+  SplitStep<Layout, isInverse, D> step{from, to, 2 * quarter, hn::OddEven(hn::Neg(one), one), any, any, any};
   if (order <= kLastDirectOrder) {
     const TabledRoots<T> roots{table, table + 2 * quarter};
     step.First(roots.At(d, 0));
@@ -252,20 +247,15 @@ HWY_NOINLINE void Split(D d, int order, const T* table, const T* from, T* to) {
   step.Middle();
 }
 
-// Of few points, in vectors no wider than those that the complex transform has just stored.
-template <SpectrumLayout layout, bool isInverse, class T>
-HWY_INLINE void AnySplit(int order, const T* table, const T* from, T* to) {
+// SplitSpectrum of any order; of few points, in vectors no wider than those that the complex transform has just stored.
+template <class Layout, bool isInverse, class T>
+HWY_INLINE void SplitAnySpectrum(int order, const T* table, const T* from, T* to) {
   if (order <= 6) {
     constexpr hn::CappedTag<T, 8> d;
-    return Split<layout, isInverse>(d, order, table, from, to);
+    return SplitSpectrum<Layout, isInverse>(d, order, table, from, to);
   }
   constexpr hn::ScalableTag<T> d;
-  Split<layout, isInverse>(d, order, table, from, to);
-}
-
-template <bool isInverse, class T>
-HWY_INLINE void TransformPairs(const FftSpec<T>& spec, const T* src, T* dst, void* work) {
-  TransformComplex(CallOf(spec, spec.order - 1, isInverse, work, 2, src, src + 1, dst, dst + 1));
+  SplitSpectrum<Layout, isInverse>(d, order, table, from, to);
 }
 
 // ---- Up to 16 points in registers, number by number
@@ -291,7 +281,7 @@ HWY_INLINE void FewToBins(const V (&x)[n], const Put& put, const PutEnds& putEnd
       difference[j] = hn::Sub(x[j], x[j + n / 2]);
     });
     FewToBins<2 * stride>(sum, put, putEnds);
-    Points<V> odd[kQuarter], bins[kQuarter];
+    Parts<V> odd[kQuarter], bins[kQuarter];
     Unrolled<kQuarter>([&](auto j) ORPSP_INLINED {
       const V re = difference[j], minusIm = difference[j + kQuarter];
       if constexpr (j == 0) {
@@ -317,7 +307,7 @@ HWY_INLINE void FewToBins(const V (&x)[n], const Put& put, const PutEnds& putEnd
 template <size_t stride, class V, size_t n, class Get, class GetEnds>
 HWY_INLINE void FewFromBins(const Get& get, const GetEnds& getEnds, V (&x)[n]) {
   if constexpr (n == 2) {
-    const Points<V> ends = getEnds();
+    const Parts<V> ends = getEnds();
     x[0] = hn::Add(ends.re, ends.im);
     x[1] = hn::Sub(ends.re, ends.im);
   } else {
@@ -326,10 +316,10 @@ HWY_INLINE void FewFromBins(const Get& get, const GetEnds& getEnds, V (&x)[n]) {
     constexpr size_t kQuarter = n / 4;
     V even[n / 2], odd[n / 2];
     FewFromBins<2 * stride>(get, getEnds, even);
-    Points<V> bins[kQuarter], few[kQuarter];  // parts exchanged, which makes a forward transform an inverse one
+    Parts<V> bins[kQuarter], few[kQuarter];  // parts exchanged, which makes a forward transform an inverse one
     Unrolled<kQuarter>([&](auto m) ORPSP_INLINED {
       constexpr size_t k = 4 * m + 1;
-      const Points<V> bin = get(2 * k < n ? k * stride : (n - k) * stride);
+      const Parts<V> bin = get(2 * k < n ? k * stride : (n - k) * stride);
       bins[m] = {2 * k < n ? bin.im : hn::Neg(bin.im), bin.re};
     });
     Dft<kQuarter, 0, 1>([&](auto m) ORPSP_INLINED { return bins[m]; }, few);
@@ -352,14 +342,14 @@ HWY_INLINE void FewFromBins(const Get& get, const GetEnds& getEnds, V (&x)[n]) {
   }
 }
 
-template <SpectrumLayout layout, size_t count, class T>
+template <class Layout, size_t count, class T>
 HWY_INLINE void FewToSpectrum(T factor, const T* src, T* dst) {
   constexpr hn::CappedTag<T, 1> d;
   using V = hn::Vec<decltype(d)>;
   const auto putScaled = [=](size_t at, V v) ORPSP_INLINED { put(dst + at, factor * hn::GetLane(v)); };
   V x[count];
   Unrolled<count>([&](auto j) ORPSP_INLINED { x[j] = hn::Set(d, get(src + j)); });
-  if constexpr (layout == SpectrumLayout::kCcs) {
+  if constexpr (Layout::kAllArePairs) {
     put(dst + 1, T{0});
     if constexpr (count > 1) put(dst + count + 1, T{0});
   }
@@ -369,17 +359,17 @@ HWY_INLINE void FewToSpectrum(T factor, const T* src, T* dst) {
     FewToBins<1>(
         x,
         [=](size_t k, V re, V im) ORPSP_INLINED {
-          putScaled(2 * k - kIsPack<layout>, re);
-          putScaled(2 * k + 1 - kIsPack<layout>, im);
+          putScaled(2 * k - kIsPack<Layout>, re);
+          putScaled(2 * k + 1 - kIsPack<Layout>, im);
         },
         [=](V first, V last) ORPSP_INLINED {
           putScaled(0, first);
-          putScaled(PlaceOfLast<layout>(count), last);
+          putScaled(Layout::middle(count), last);
         });
   }
 }
 
-template <SpectrumLayout layout, size_t count, class T>
+template <class Layout, size_t count, class T>
 HWY_INLINE void SpectrumToFew(T factor, const T* src, T* dst) {
   constexpr hn::CappedTag<T, 1> d;
   using V = hn::Vec<decltype(d)>;
@@ -390,10 +380,10 @@ HWY_INLINE void SpectrumToFew(T factor, const T* src, T* dst) {
   } else {
     FewFromBins<1>(
         [=](size_t k) ORPSP_INLINED {
-          return Points<V>{load(2 * k - kIsPack<layout>), load(2 * k + 1 - kIsPack<layout>)};
+          return Parts<V>{load(2 * k - kIsPack<Layout>), load(2 * k + 1 - kIsPack<Layout>)};
         },
         [=]() ORPSP_INLINED {
-          return Points<V>{load(0), load(PlaceOfLast<layout>(count))};
+          return Parts<V>{load(0), load(Layout::middle(count))};
         },
         x);
   }
@@ -403,43 +393,45 @@ HWY_INLINE void SpectrumToFew(T factor, const T* src, T* dst) {
 // Calls f with 2^order as a constant.
 constexpr int kMostFewOrder = 4;
 template <int least = 0, class F>
-HWY_INLINE void withFewPoints(int order, const F& f) {
+HWY_INLINE void WithFewPoints(int order, const F& f) {
   if constexpr (least < kMostFewOrder) {
-    if (order > least) return withFewPoints<least + 1>(order, f);
+    if (order > least) return WithFewPoints<least + 1>(order, f);
   }
   f(std::integral_constant<size_t, (size_t{1} << least)>{});
 }
 
 }  // namespace
 
-template <SpectrumLayout layout, class T>
+template <class Layout, class T>
 void RealToSpectrum(const FftSpec<T>& spec, const T* src, T* dst, void* work) {
-  const T factor = spec.scalesForward ? spec.factor : 1;
+  const T factor = IsScaled<false>(spec) ? spec.factor : 1;
   if (spec.order <= kMostFewOrder)
-    return withFewPoints(spec.order, [&](auto count) ORPSP_INLINED { FewToSpectrum<layout, count>(factor, src, dst); });
-  TransformPairs<false>(spec, src, dst, work);
-  AnySplit<layout, false>(spec.order, spec.split, dst, dst);
+    return WithFewPoints(spec.order, [&](auto count) ORPSP_INLINED { FewToSpectrum<Layout, count>(factor, src, dst); });
+  TransformPairs<false>(spec, spec.order - 1, src, dst, work);
+  SplitAnySpectrum<Layout, false>(spec.order, spec.split, dst, dst);
 }
 
-template <SpectrumLayout layout, class T>
+template <class Layout, class T>
 void SpectrumToReal(const FftSpec<T>& spec, const T* src, T* dst, void* work) {
-  const T factor = spec.scalesInverse ? spec.factor : 1;
+  const T factor = IsScaled<true>(spec) ? spec.factor : 1;
   if (spec.order <= kMostFewOrder)
-    return withFewPoints(spec.order, [&](auto count) ORPSP_INLINED { SpectrumToFew<layout, count>(factor, src, dst); });
-  AnySplit<layout, true>(spec.order, spec.split, src, dst);
-  TransformPairs<true>(spec, dst, dst, work);
+    return WithFewPoints(spec.order, [&](auto count) ORPSP_INLINED { SpectrumToFew<Layout, count>(factor, src, dst); });
+  SplitAnySpectrum<Layout, true>(spec.order, spec.split, src, dst);
+  TransformPairs<true>(spec, spec.order - 1, dst, dst, work);
 }
 
-#define ORPS_INSTANTIATE(layout, T)                                                                \
-  template void RealToSpectrum<SpectrumLayout::layout, T>(const FftSpec<T>&, const T*, T*, void*); \
-  template void SpectrumToReal<SpectrumLayout::layout, T>(const FftSpec<T>&, const T*, T*, void*)
-ORPS_INSTANTIATE(kPack, float);
-ORPS_INSTANTIATE(kPerm, float);
-ORPS_INSTANTIATE(kCcs, float);
-ORPS_INSTANTIATE(kPack, double);
-ORPS_INSTANTIATE(kPerm, double);
-ORPS_INSTANTIATE(kCcs, double);
+#define ORPS_INSTANTIATE(Layout, T)                                                \
+  template void RealToSpectrum<Layout, T>(const FftSpec<T>&, const T*, T*, void*); \
+  template void SpectrumToReal<Layout, T>(const FftSpec<T>&, const T*, T*, void*)
+ORPS_INSTANTIATE(PackLayout, float);
+ORPS_INSTANTIATE(PermLayout, float);
+ORPS_INSTANTIATE(CcsLayout, float);
+ORPS_INSTANTIATE(PackLayout, double);
+ORPS_INSTANTIATE(PermLayout, double);
+ORPS_INSTANTIATE(CcsLayout, double);
 #undef ORPS_INSTANTIATE
+
+}  // namespace fft
 
 namespace {
 
@@ -453,14 +445,15 @@ HWY_INLINE OrpStatus TransformReal(const T* src, T* dst, const Handle* handle, O
   return StsOk;
 }
 
-template <SpectrumLayout layout, class T, class Handle>
+template <class Layout, class T, class Handle>
 OrpStatus forward(const T* pSrc, T* pDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
-  return TransformReal<&RealToSpectrum<layout, T>>(pSrc, pDst, pFFTSpec, pBuffer);
+  return TransformReal<&fft::RealToSpectrum<Layout, T>>(pSrc, pDst, pFFTSpec, pBuffer);
 }
-template <SpectrumLayout layout, class T, class Handle>
+template <class Layout, class T, class Handle>
 OrpStatus inverse(const T* pSrc, T* pDst, const Handle* pFFTSpec, Orp8u* pBuffer) {
-  return TransformReal<&SpectrumToReal<layout, T>>(pSrc, pDst, pFFTSpec, pBuffer);
+  return TransformReal<&fft::SpectrumToReal<Layout, T>>(pSrc, pDst, pFFTSpec, pBuffer);
 }
+
 }  // namespace
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp

@@ -12,8 +12,7 @@
 #define HWY_TARGET_INCLUDE "transform/fft_spec.cpp"
 #include <hwy/foreach_target.h>
 
-#include "transform/fft_engine-inl.h"
-#include "transform/fft_split-inl.h"
+#include "transform/plan-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -53,16 +52,9 @@ OrpStatus init(Handle** ppFFTSpec, int order, int flag, int hint, Orp8u* pSpec, 
   ORPS_RETURN_IF(anyNull(pSpec), StsNullPtr);
   FftSpec<T>* const spec = placeSpec<T>(ShapeOf<Handle>(order, flag, hint), pSpec);
   ORPS_RETURN_IF(!isNormFlag(flag), StsFftFlag);
-  if (spec->twiddles != nullptr || spec->split != nullptr) {
-    QuarterSine<T> sine = staticSine<T>();
-    if (order > kStaticSineOrder) {
-      ORPS_RETURN_IF(anyNull(pSpecBuffer), StsNullPtr);
-      sine = fillSine(order, static_cast<T*>(orpAlignPtr(pSpecBuffer, 64)));
-    }
-    const int complexOrder = order - int{FftKind<Handle>::kIsReal};
-    if (spec->twiddles != nullptr) FillComplexTables<T>(complexOrder, sine, spec->twiddles, spec->reversed);
-    if (spec->split != nullptr) FillSplitTable<T>(order, sine, spec->split);
-  }
+  const bool hasTables = spec->twiddles != nullptr || spec->split != nullptr;
+  ORPS_RETURN_IF(hasTables && order > kStaticSineOrder && anyNull(pSpecBuffer), StsNullPtr);
+  fft::FillPlan(*spec, orpAlignPtr(pSpecBuffer, 64));
   spec->tag = FftKind<Handle>::kTag;
   put(ppFFTSpec, reinterpret_cast<Handle*>(spec));
   return StsOk;

@@ -16,11 +16,14 @@
 #endif
 
 #include "frame/parallel.h"
+#include "transform/caller_points-inl.h"
 #include "transform/columns-inl.h"
+#include "transform/fft_sizes.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
 namespace HWY_NAMESPACE {
+namespace fft {
 namespace {
 
 constexpr int kTwoSweepOrder = 20;
@@ -43,17 +46,20 @@ struct LargeShape {
 // Twiddle factors of a sweep over columns of 2^rows points of which there are 2^columns: those within the columns;
 // those before them, as products (see TwiddledRows): for each row and column of a group, then for each group and row.
 template <class T>
+using IndexLike = std::conditional_t<std::is_const_v<T>, const int32_t, int32_t>;
+template <class T>
 struct SweepTables {
   T *within, *fine, *coarse;
-  int32_t* reversed;
+  IndexLike<T>* reversed;
 };
 
 template <class T>
 struct LargeTables {
+  using Index = IndexLike<T>;
   T* first;
   SweepTables<T> middle, last;
-  int32_t *reversed, *place;  // of the first sweep, in place and else
-  int32_t* end;
+  Index *reversed, *place;  // of the first sweep, in place and else
+  Index* end;
 
   // What follows in memory, on a multiple of 64 bytes like the tables.
   T* End() const { return first + (static_cast<size_t>(reinterpret_cast<T*>(end) - first) / 16 + 1) * 16; }
@@ -75,8 +81,7 @@ struct LargeTables {
     if (shape.hasMiddleSweep) middle = sweep(shape.b, shape.a);
     last = sweep(shape.last, shape.order - shape.last);
 
-    int32_t* index = reinterpret_cast<int32_t*>(at);
-    reversed = index;
+    reversed = reinterpret_cast<Index*>(at);
     place = reversed + BlocksOfLastPass(shape.a);
     last.reversed = place + (size_t{1} << shape.a);
     end = last.reversed + BlocksOfLastPass(shape.last);
@@ -92,7 +97,7 @@ void FillSweep(int rows, int columns, const QuarterSine<T>& sine, const SweepTab
   for (size_t row = 0; row < size_t{1} << rows; ++row) {
     for (size_t column = 0; column < kRow<T>; ++column) {
       const size_t v = column / kLanes<T>, lane = column % kLanes<T>;
-      const auto w = root(sine, row * (v * kLanes<T> + pointOfLane<T>(lane, kLanes<T>)), rows + columns);
+      const auto w = unitRoot(sine, row * (v * kLanes<T> + pointOfLane<T>(lane, kLanes<T>)), rows + columns);
       T* const to = tables.fine + (row * kRowVectors<T> + v) * 2 * kLanes<T> + lane;
       to[0] = w.re;
       to[kLanes<T>] = w.im;
@@ -100,7 +105,7 @@ void FillSweep(int rows, int columns, const QuarterSine<T>& sine, const SweepTab
   }
   T* to = tables.coarse;
   for (size_t column = 0; column < size_t{1} << columns; column += kRow<T>)
-    for (size_t row = 0; row < size_t{1} << rows; ++row) to = Append(to, root(sine, row * column, rows + columns));
+    for (size_t row = 0; row < size_t{1} << rows; ++row) to = Append(to, unitRoot(sine, row * column, rows + columns));
 }
 
 template <class T>
@@ -118,7 +123,7 @@ void FillLarge(int order, const QuarterSine<T>& sine, T* memory) {
 
 // The group-th columns of a sweep, times their twiddle factors, through all passes but the last.
 template <class T, class Rows>
-HWY_NOINLINE void LoadTwiddled(int order, const SweepTables<T>& tables, size_t group, const Rows& rows, T* work) {
+HWY_NOINLINE void LoadTwiddled(int order, const SweepTables<const T>& tables, size_t group, const Rows& rows, T* work) {
   const TwiddledRows<T, Rows> from{rows, tables.fine, tables.coarse + (group * 2 << order)};
   AllButLastPass<T>(order, tables.within, from, work);
 }
@@ -126,16 +131,16 @@ HWY_NOINLINE void LoadTwiddled(int order, const SweepTables<T>& tables, size_t g
 // Rows of working memory, row k at place[k], into columns: lane j of the group into row j of `to`.
 template <class T>
 HWY_NOINLINE void StoreTransposed(const T* work, const int32_t* place, size_t rows, const Grid<T>& to) {
-  constexpr Lanes<T> d;
-  const auto from = WorkRowsAt(const_cast<T*>(work));
+  constexpr Tag<T> d;
+  const auto from = WorkRowsAt(work);
   for (size_t group = 0; group < rows / kLanes<T>; ++group, place += kLanes<T>) {
     for (size_t v = 0; v < kRowVectors<T>; ++v) {
       TransposePart(
           d, [&](auto i) ORPSP_INLINED { return hn::LoadU(d, from.Re(static_cast<size_t>(place[i]), v)); },
-          [&](auto j, Vector<T> re) ORPSP_INLINED { hn::StoreU(re, d, to.Re(v * kLanes<T> + j, group)); });
+          [&](auto j, Register<T> re) ORPSP_INLINED { hn::StoreU(re, d, to.Re(v * kLanes<T> + j, group)); });
       TransposePart(
           d, [&](auto i) ORPSP_INLINED { return hn::LoadU(d, from.Im(static_cast<size_t>(place[i]), v)); },
-          [&](auto j, Vector<T> im) ORPSP_INLINED { hn::StoreU(im, d, to.Im(v * kLanes<T> + j, group)); });
+          [&](auto j, Register<T> im) ORPSP_INLINED { hn::StoreU(im, d, to.Im(v * kLanes<T> + j, group)); });
     }
   }
 }
@@ -144,15 +149,15 @@ HWY_NOINLINE void StoreTransposed(const T* work, const int32_t* place, size_t ro
 // first-th.
 template <class T>
 HWY_NOINLINE void TransposeInPlace(const Grid<T>& square, size_t vectors, size_t first, size_t stride) {
-  constexpr Lanes<T> d;
+  constexpr Tag<T> d;
   const auto exchange = [&](auto part, size_t i, size_t j) ORPSP_INLINED {
-    Vector<T> block[kLanes<T>];
+    Register<T> block[kLanes<T>];
     TransposePart(
         d, [&](auto row) ORPSP_INLINED { return hn::LoadU(d, part(i * kLanes<T> + row, j)); },
-        [&](auto row, Vector<T> v) ORPSP_INLINED { block[row] = v; });
+        [&](auto row, Register<T> v) ORPSP_INLINED { block[row] = v; });
     TransposePart(
         d, [&](auto row) ORPSP_INLINED { return hn::LoadU(d, part(j * kLanes<T> + row, i)); },
-        [&](auto row, Vector<T> v) ORPSP_INLINED { hn::StoreU(v, d, part(i * kLanes<T> + row, j)); });
+        [&](auto row, Register<T> v) ORPSP_INLINED { hn::StoreU(v, d, part(i * kLanes<T> + row, j)); });
     Unrolled<kLanes<T>>([&](auto row) ORPSP_INLINED { hn::StoreU(block[row], d, part(j * kLanes<T> + row, i)); });
   };
   for (size_t i = first; i < vectors; i += stride) {
@@ -185,52 +190,51 @@ struct LargeTeam {
 
 // What all forms of the caller's data share: the sweep over b, and over c but for its last pass.
 template <class T>
-HWY_NOINLINE void MiddleSweep(const LargeShape& shape, const SweepTables<T>& tables, const LargeTeam& team,
-                              const Grid<T>& points) {
+HWY_NOINLINE void MiddleSweep(const LargeShape& shape, const SweepTables<const T>& tables, const LargeTeam& team,
+                              const Grid<T>& grid) {
   const size_t A = size_t{1} << shape.a, groups = A / kRow<T>;
   team.Share<T>(groups << shape.c, [&](size_t begin, size_t end, T* scratch) HWY_ATTR {
     for (size_t at = begin; at < end; ++at) {
       const size_t c = at / groups, group = at % groups;
-      const auto rows = points.Columns((c << (shape.a + shape.b)) + group * kRow<T>, A);
+      const auto rows = grid.Columns((c << (shape.a + shape.b)) + group * kRow<T>, A);
       LoadTwiddled(shape.b, tables, group, ExchangedRows<Grid<T>>{rows, 0, shape.b}, scratch);
       LastPassTo(shape.b, tables.reversed, scratch, rows);
     }
   });
 }
 
-// `form` says how the caller's data are seen: see fft_complex.cpp.
-template <class T, class Form>
-HWY_NOINLINE void FirstSweep(const Form& form, const LargeShape& shape, const LargeTables<T>& tables,
+template <class T, class Points>
+HWY_NOINLINE void FirstSweep(const Points& points, const LargeShape& shape, const LargeTables<const T>& tables,
                              const LargeTeam& team) {
   const int bc = shape.b + shape.c;
   const size_t A = size_t{1} << shape.a, BA = A << shape.b, BC = size_t{1} << bc, C = size_t{1} << shape.c;
   team.Share<T>(BC / kRow<T>, [&](size_t begin, size_t end, T* scratch) HWY_ATTR {
     for (size_t group = begin; group < end; ++group) {
       const size_t column = group * kRow<T>, b = column >> shape.c, c = column & (C - 1);
-      AllButLastPass<T>(shape.a, tables.first, form.From(column, BC), scratch);
-      if (form.IsInPlace()) {
-        LastPassTo(shape.a, tables.reversed, scratch, GridOf(form.dst).Columns(column, BC));
+      AllButLastPass<T>(shape.a, tables.first, points.From(column, BC), scratch);
+      if (points.IsInPlace()) {
+        LastPassTo(shape.a, tables.reversed, scratch, GridOf(points.dst).Columns(column, BC));
       } else {
         LastPassInWork(shape.a, scratch);
-        StoreTransposed(scratch, tables.place, A, GridOf(form.dst).Columns(c * BA + b * A, BA));
+        StoreTransposed(scratch, tables.place, A, GridOf(points.dst).Columns(c * BA + b * A, BA));
       }
     }
   });
-  if (!form.IsInPlace()) return;
+  if (!points.IsInPlace()) return;
   onThreads(team.threads, [&](int thread, int threads) HWY_ATTR {
     for (size_t b = 0; b < size_t{1} << shape.b; ++b)
-      TransposeInPlace(GridOf(form.dst).Columns(b * C, BC), A / kLanes<T>, static_cast<size_t>(thread),
+      TransposeInPlace(GridOf(points.dst).Columns(b * C, BC), A / kLanes<T>, static_cast<size_t>(thread),
                        static_cast<size_t>(threads));
   });
 }
 
-template <class T, class Form, class To>
-HWY_INLINE void LastSweep(const Form& form, const LargeShape& shape, const SweepTables<T>& tables,
+template <class T, class Points, class To>
+HWY_INLINE void LastSweep(const Points& points, const LargeShape& shape, const SweepTables<const T>& tables,
                           const LargeTeam& team, const To& to) {
   const size_t columns = size_t{1} << (shape.order - shape.last);
   team.Share<T>(columns / kRow<T>, [&](size_t begin, size_t end, T* scratch) HWY_ATTR {
     for (size_t group = begin; group < end; ++group) {
-      const ExchangedRows<Grid<T>> rows{GridOf(form.dst).Columns(group * kRow<T>, columns), shape.last - shape.c,
+      const ExchangedRows<Grid<T>> rows{GridOf(points.dst).Columns(group * kRow<T>, columns), shape.last - shape.c,
                                         shape.c};
       LoadTwiddled(shape.last, tables, group, rows, scratch);
       LastPassTo(shape.last, tables.reversed, scratch, to(group * kRow<T>, columns));
@@ -238,7 +242,18 @@ HWY_INLINE void LastSweep(const Form& form, const LargeShape& shape, const Sweep
   });
 }
 
+template <class T, class Points, class To>
+HWY_INLINE void Sweeps(const ComplexCall<T>& call, const Points& points, const To& to) {
+  const LargeShape shape(call.order);
+  const LargeTables<const T> tables(shape, call.twiddles);
+  const LargeTeam team(2 * kRow<T> * sizeof(T) << shape.LongestColumns(), call.work, complexWorkBytes<T>(call.order));
+  FirstSweep<T>(points, shape, tables, team);
+  if (shape.hasMiddleSweep) MiddleSweep(shape, tables.middle, team, GridOf(points.dst));
+  LastSweep<T>(points, shape, tables.last, team, to);
+}
+
 }  // namespace
+}  // namespace fft
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp
 HWY_AFTER_NAMESPACE();

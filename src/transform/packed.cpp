@@ -3,81 +3,26 @@
 #include "frame/entry.h"
 #include "orpsp/transform/spectra.h"
 #include "simd/targets.h"
-#include "simd/totals.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "transform/packed.cpp"
 #include <hwy/foreach_target.h>
 
 #include "simd/backward-inl.h"
-#include "simd/complex_product-inl.h"
 #include "simd/forms-inl.h"
+#include "transform/spectra-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
 namespace HWY_NAMESPACE {
 namespace {
 
-// Where the elements of a layout stand: bin 0 at element 0, the pairs of bins 1 to CountOfPairs(n) one behind the
-// other, and for even n the real bin n / 2.
-struct PackLayout {
-  static constexpr bool kAllArePairs = false;
-  static size_t Pairs(size_t) { return 1; }
-  static size_t Middle(size_t n) { return n - 1; }
-};
-struct PermLayout {
-  static constexpr bool kAllArePairs = false;
-  static size_t Pairs(size_t n) { return n % 2 == 0 ? 2 : 1; }
-  static size_t Middle(size_t) { return 1; }
-};
-struct CcsLayout {
-  static constexpr bool kAllArePairs = true;  // bin 0 and bin n / 2 too
-  static size_t Pairs(size_t) { return 2; }
-  static size_t Middle(size_t n) { return n; }
-};
-
-HWY_INLINE size_t CountOfPairs(size_t n) { return (n - 1) / 2; }
-
-template <class T>
-using Complex =
-    std::conditional_t<sizeof(T) == 2, Orp16sc, std::conditional_t<std::is_same_v<T, Orp32f>, Orp32fc, Orp64fc>>;
-
-template <class T>
-HWY_INLINE auto AsPairs(T* p) {
-  using C = Complex<std::remove_const_t<T>>;
-  return reinterpret_cast<std::conditional_t<std::is_const_v<T>, const C*, C*>>(p);
-}
-
 // ---- Products
-
-// The product of two real bins.
-template <class T>
-HWY_INLINE T RealProduct(T a, T b, int scale) {
-  if constexpr (isFloat<T>) {
-    return a * b;
-  } else {
-    return static_cast<T>(scaledTotal(Int128{int64_t{a} * b}, scale, {kLeast<T>, kMost<T>}));
-  }
-}
-
-template <class Op, class C>
-HWY_NOINLINE void MultiplyPairs(const C* a, const C* b, C* dst, size_t count, int scale) {
-  if constexpr (isFloat<C>) {
-    Map(Op{}, dst, count, Vector<C>{a}, Vector<C>{b});
-  } else {
-    MapScaled<Op>(scale, dst, count, Vector<C>{a}, Vector<C>{b});
-  }
-}
 
 template <class Layout, bool conjugate, class T>
 OrpStatus Multiply(const T* pSrc1, const T* pSrc2, T* pDst, int len, int scale = 0) {
   ORPS_CHECK_VECTOR(len, pSrc1, pSrc2, pDst);
-  const size_t n = toSize(len), at = Layout::Pairs(n), count = CountOfPairs(n);
-  const auto realBin = [=](size_t i) HWY_ATTR { put(pDst + i, RealProduct(get(pSrc1 + i), get(pSrc2 + i), scale)); };
-  realBin(0);
-  if (n % 2 == 0) realBin(Layout::Middle(n));
-  if (count == 0) return StsOk;
-  MultiplyPairs<ComplexProduct<conjugate>>(AsPairs(pSrc1 + at), AsPairs(pSrc2 + at), AsPairs(pDst + at), count, scale);
+  fft::MultiplySpectra<Layout, conjugate>(pSrc1, pSrc2, pDst, toSize(len), scale);
   return StsOk;
 }
 
@@ -155,16 +100,16 @@ OrpStatus expand(const T* pSrc, C* pDst, int lenDst) {
   ORPS_CHECK_VECTOR(lenDst, pSrc, pDst);
   const size_t n = toSize(lenDst);
   const auto bin = [=](size_t at) HWY_ATTR {
-    return Layout::kAllArePairs ? get(AsPairs(pSrc + at)) : C{get(pSrc + at), 0};
+    return Layout::kAllArePairs ? get(fft::AsPairs(pSrc + at)) : C{get(pSrc + at), 0};
   };
-  const C* const pairs = AsPairs(pSrc + Layout::Pairs(n));
-  const C first = bin(0), middle = n % 2 == 0 ? bin(Layout::Middle(n)) : C{};  // before they are written over
+  const C* const pairs = fft::AsPairs(pSrc + Layout::pairs(n));
+  const C first = bin(0), middle = n % 2 == 0 ? bin(Layout::middle(n)) : C{};  // before they are written over
   const bool isAligned = reinterpret_cast<uintptr_t>(pDst) % sizeof(C) == 0;
   if (HWY_UNLIKELY(n >= kStreamBytes / sizeof(C)) && isAligned) {
-    ExpandPairs(pairs, pDst, CountOfPairs(n), n, StorePastCaches{});
+    ExpandPairs(pairs, pDst, fft::CountOfPairs(n), n, StorePastCaches{});
     hwy::FlushStream();
   } else {
-    ExpandPairs(pairs, pDst, CountOfPairs(n), n, StoreToCache{});
+    ExpandPairs(pairs, pDst, fft::CountOfPairs(n), n, StoreToCache{});
   }
   put(pDst, first);
   if (n % 2 == 0) put(pDst + n / 2, middle);

@@ -14,11 +14,8 @@
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
 namespace HWY_NAMESPACE {
+namespace fft {
 namespace {
-
-// The first order without working memory for all points.
-template <class T>
-constexpr int kFirstLargeOrder = sizeof(T) == 4 ? 18 : 17;
 
 // Where the tables have room for it, and where sweeps over columns are slower. Pairs already from where working memory
 // would compete for the second-level cache, in the widest vectors or with rows in halves.
@@ -33,8 +30,8 @@ constexpr bool usesScatter(int order, int arrays) {
 template <class T>
 struct ScatterTables {
   BetweenTwiddles<T> between;
-  T* passes;       // those of each pass, the first pass's first
-  int32_t* place;  // within its part, of a row
+  T* passes;            // twiddle factors of each pass, the first pass's first
+  IndexLike<T>* place;  // within its part, of a row
   int rowsOrder, lastOrder;
 
   // They follow those of transforms in place; of Direct's, the first part is the same and shared.
@@ -43,7 +40,7 @@ struct ScatterTables {
         rowsOrder(columnsOrder<T>(order)),
         lastOrder(Radices(rowsOrder).Last()) {
     passes = between.columns + (order < kFirstLargeOrder<T> ? size_t{2} << rowsOrder : 0);
-    place = reinterpret_cast<int32_t*>(passes + (size_t{2} << rowsOrder));
+    place = reinterpret_cast<IndexLike<T>*>(passes + (size_t{2} << rowsOrder));
   }
 };
 
@@ -57,19 +54,20 @@ struct Scattered {
   }
 };
 
-template <size_t kCount, class T, class Form, class To>
-HWY_INLINE void ScatterFrom(const ComplexCall<T>& call, const Form& form, const To& to) {
+template <size_t kCount, class T, class Points, class To>
+HWY_INLINE void ScatterFrom(const ComplexCall<T>& call, const Points& points, const To& to) {
   constexpr size_t kHalves = kCount / kRow<T>;
-  const ScatterTables<T> tables(call.order, const_cast<T*>(call.twiddles));
+  const ScatterTables<const T> tables(call.order, call.twiddles);
   const int rowsOrder = tables.rowsOrder, lastOrder = tables.lastOrder, partOrder = rowsOrder - lastOrder;
   const size_t rows = size_t{1} << rowsOrder, parts = size_t{1} << lastOrder, part = size_t{1} << partOrder;
   const int threads = grantedThreads();
-  const auto between = [&](size_t half) HWY_ATTR { return GridOf(form.dst).Columns(half * kRow<T>, kCount); };
+  const auto between = [&](size_t half) HWY_ATTR { return GridOf(points.dst).Columns(half * kRow<T>, kCount); };
 
   onThreads(threads, [&](int thread, int team) HWY_ATTR {
     const size_t groups = rows / kLanes<T>;
-    IntoRows<true, kCount, T>(form.From(0, rows), partBegin(groups, thread, team), partBegin(groups, thread + 1, team),
-                              tables.between, between(0), Scattered{tables.place, partOrder, lastOrder});
+    IntoRows<true, kCount, T>(points.From(0, rows), partBegin(groups, thread, team),
+                              partBegin(groups, thread + 1, team), tables.between, between(0),
+                              Scattered{tables.place, partOrder, lastOrder});
   });
   onThreads(threads, [&](int thread, int team) HWY_ATTR {
     const Radices radices(rowsOrder);
@@ -102,11 +100,6 @@ HWY_INLINE void ScatterFrom(const ComplexCall<T>& call, const Form& form, const 
   });
 }
 
-template <class T, class Form, class To>
-HWY_INLINE void Scatter(const ComplexCall<T>& call, const Form& form, const To& to) {
-  WithFirstCount<T>(call.order, [&](auto count) ORPSP_INLINED { ScatterFrom<count>(call, form, to); });
-}
-
 template <class T>
 void FillScatter(int order, const QuarterSine<T>& sine, T* twiddles) {
   const ScatterTables<T> tables(order, twiddles);
@@ -134,6 +127,7 @@ void FillScatter(int order, const QuarterSine<T>& sine, T* twiddles) {
 }
 
 }  // namespace
+}  // namespace fft
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp
 HWY_AFTER_NAMESPACE();

@@ -14,13 +14,13 @@ struct QuarterSine {
 };
 
 template <class T>
-struct Root {
+struct UnitRoot {
   T re, im;
 };
 
 // exp(-2 pi i k / 2^order) for any k; order may not exceed the table's.
 template <class T>
-__attribute__((always_inline)) inline Root<T> root(const QuarterSine<T>& table, uint64_t k, int order) {
+__attribute__((always_inline)) inline UnitRoot<T> unitRoot(const QuarterSine<T>& table, uint64_t k, int order) {
   const uint64_t quarter = uint64_t{1} << (table.order - 2);
   const uint64_t at = k << (table.order - order), rest = at & (quarter - 1);
   const T sine = table.entry[rest], cosine = table.entry[quarter - rest];

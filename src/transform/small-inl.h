@@ -7,25 +7,23 @@
 #define ORPSP_TRANSFORM_SMALL_INL_H_
 #endif
 
+#include "transform/caller_points-inl.h"
 #include "transform/columns-inl.h"
 #include "transform/exact_sine.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
 namespace HWY_NAMESPACE {
+namespace fft {
 namespace {
-
-// The largest order that is quicker here, or has too few points for Direct.
-template <class T>
-constexpr int kSmallOrder = HWY_TARGET == HWY_SSSE3 ? 7 : 9;
 
 // ---- Twiddle factors, computed by the compiler
 
 // exp(-2 pi i k / 2^order)
 template <class T>
-constexpr Root<T> smallRoot(unsigned k, int order) {
+constexpr UnitRoot<T> smallRoot(unsigned k, int order) {
   const unsigned quarter = 1u << (order - 2), rest = k % quarter;
-  Root<T> w{static_cast<T>(exactSine(quarter - rest, order)), static_cast<T>(-exactSine(rest, order))};
+  UnitRoot<T> w{static_cast<T>(exactSine(quarter - rest, order)), static_cast<T>(-exactSine(rest, order))};
   for (unsigned turns = k / quarter % 4; turns > 0; --turns) w = {w.im, -w.re};
   return w;
 }
@@ -65,18 +63,18 @@ template <int order, class T>
 constexpr size_t kColumnsOfPairs = order >= 6 && kLanes<T> == 16 ? 8 : HWY_MIN(kLanes<T> / 2, 4);
 // More rows than 16, or more than 8 of them in 16 registers, are better off as planes.
 template <class T>
-constexpr int kLargestPackedOrder = kLanes<T> == 16  ? 7
+constexpr int kLargestPairedOrder = kLanes<T> == 16  ? 7
                                     : kLanes<T> == 4 ? 3
                                     : sizeof(T) == 8 ? 6
                                                      : 5;
 
 // Twiddle factors, row by row from the second: real parts twice, imaginary parts, the first one of two negated.
 template <int order, class T, bool isInverse>
-struct PackedTwiddles {
+struct PairedTwiddles {
   static constexpr size_t kColumns = kColumnsOfPairs<order, T>, kRows = (size_t{1} << order) / kColumns;
   alignas(64) T value[4 * kColumns * (kRows - 1)];
 
-  constexpr PackedTwiddles() : value() {
+  constexpr PairedTwiddles() : value() {
     for (size_t k = 1; k < kRows; ++k)
       for (size_t column = 0; column < kColumns; ++column) {
         const auto w = smallRoot<T>(static_cast<unsigned>(k * column), order);
@@ -88,7 +86,7 @@ struct PackedTwiddles {
   }
 };
 template <int order, class T, bool isInverse>
-inline constexpr PackedTwiddles<order, T, isInverse> kPackedTwiddles;
+inline constexpr PairedTwiddles<order, T, isInverse> kPairedTwiddles;
 
 template <size_t count, class P>
 HWY_INLINE void TransposePairs(P* x) {
@@ -108,16 +106,16 @@ HWY_INLINE void TransposePairs(P* x) {
 }
 
 template <int order, bool isScaled, class T, class From, class To>
-HWY_INLINE void PackedTransform(const From& from, const To& to, T factor) {
+HWY_INLINE void PairedTransform(const From& from, const To& to, T factor) {
   constexpr bool isInverse = From::kIsSwapped;
   constexpr size_t kColumns = kColumnsOfPairs<order, T>, kRows = (size_t{1} << order) / kColumns;
   constexpr hn::CappedTag<T, 2 * kColumns> d;
-  using P = Packed<hn::Vec<decltype(d)>, isInverse>;
+  using P = Paired<hn::Vec<decltype(d)>, isInverse>;
   P x[kRows];
-  Butterfly<kRows, P>([&](auto n) ORPSP_INLINED { return P{from.LoadPacked(d, kColumns * n)}; },
+  Butterfly<kRows, P>([&](auto n) ORPSP_INLINED { return P{from.LoadPaired(d, kColumns * n)}; },
                       [&](auto k, P value) ORPSP_INLINED {
                         if constexpr (k > 0) {
-                          const T* const w = kPackedTwiddles<order, T, isInverse>.value + 4 * kColumns * (k - 1);
+                          const T* const w = kPairedTwiddles<order, T, isInverse>.value + 4 * kColumns * (k - 1);
                           value = Times(value, hn::Load(d, w), hn::Load(d, w + 2 * kColumns));
                         }
                         x[k] = value;
@@ -127,7 +125,7 @@ HWY_INLINE void PackedTransform(const From& from, const To& to, T factor) {
     TransposePairs<kColumns>(g);
     Butterfly<kColumns, P>([&](auto n) ORPSP_INLINED { return g[n]; },
                            [&](auto k, P value) ORPSP_INLINED {
-                             to.StorePacked(d, MaybeScaled<isScaled>(value, factor).pairs,
+                             to.StorePaired(d, MaybeScaled<isScaled>(value, factor).pairs,
                                             k * kRows + kColumns * group);
                            });
   });
@@ -167,9 +165,9 @@ HWY_INLINE void EightPoints(const From& from, const To& to, T factor) {
   constexpr bool isInverse = From::kIsSwapped;
   constexpr hn::CappedTag<T, 8> d;
   using V = hn::Vec<decltype(d)>;
-  using P = Packed<V, isInverse>;
+  using P = Paired<V, isInverse>;
   const auto& constants = kEight<T, isInverse>;
-  const V lower = from.LoadPacked(d, 0), upper = from.LoadPacked(d, 4);
+  const V lower = from.LoadPaired(d, 0), upper = from.LoadPaired(d, 4);
   const V even = hn::Add(lower, upper);
   const V odd = Times(P{hn::Sub(lower, upper)}, hn::Load(d, constants.re), hn::Load(d, constants.im)).pairs;
   const auto addHalves = [&](V v) ORPSP_INLINED {
@@ -178,8 +176,8 @@ HWY_INLINE void EightPoints(const From& from, const To& to, T factor) {
   const V a = addHalves(Shuffled<EvenPairs>(even, odd)), b = addHalves(Shuffled<OddPairs>(even, odd));
   const V turned = Shuffled<PartsSwappedAbove>(b, b), turns = hn::Load(d, constants.turns);
   const P first{hn::MulAdd(turned, turns, a)}, second{hn::NegMulAdd(turned, turns, a)};
-  to.StorePacked(d, MaybeScaled<isScaled>(first, factor).pairs, 0);
-  to.StorePacked(d, MaybeScaled<isScaled>(second, factor).pairs, 4);
+  to.StorePaired(d, MaybeScaled<isScaled>(first, factor).pairs, 0);
+  to.StorePaired(d, MaybeScaled<isScaled>(second, factor).pairs, 4);
 }
 
 // ---- The transform
@@ -198,12 +196,12 @@ template <int order, bool isScaled, class T, class From, class To>
 HWY_INLINE void SmallTransform(const From& from, const To& to, T factor) {
   if constexpr (kLanes<T> >= 8 && order == 3) {
     EightPoints<isScaled>(from, to, factor);
-  } else if constexpr (kLanes<T> >= 4 && order >= 3 && order <= kLargestPackedOrder<T>) {
-    PackedTransform<order, isScaled>(from, to, factor);
+  } else if constexpr (kLanes<T> >= 4 && order >= 3 && order <= kLargestPairedOrder<T>) {
+    PairedTransform<order, isScaled>(from, to, factor);
   } else if constexpr (order < 4) {
     constexpr hn::CappedTag<T, 1> d;
     using V = hn::Vec<decltype(d)>;
-    Points<V> x[size_t{1} << order];
+    Parts<V> x[size_t{1} << order];
     Dft<(size_t{1} << order), 0, 1>([&](auto n) ORPSP_INLINED { return from.Load(d, n); }, x);
     Unrolled<(size_t{1} << order)>([&](auto k) ORPSP_INLINED { to.Store(d, MaybeScaled<isScaled>(x[k], factor), k); });
   } else {
@@ -212,20 +210,20 @@ HWY_INLINE void SmallTransform(const From& from, const To& to, T factor) {
     constexpr hn::CappedTag<T, kUsed> d;
     using V = hn::Vec<decltype(d)>;
 
-    Points<V> row[kColumns][kRows / kUsed];  // column by column, row k in lane and vector
+    Parts<V> row[kColumns][kRows / kUsed];  // column by column, row k in lane and vector
     Repeat<order, kColumns / kUsed>([&](auto group) ORPSP_INLINED {
-      Points<V> x[kRows];
-      Butterfly<kRows, Points<V>>([&](auto n) ORPSP_INLINED { return from.Load(d, n * kColumns + group * kUsed); },
-                                  [&](auto k, Points<V> value) ORPSP_INLINED {
-                                    if constexpr (k > 0) {
-                                      const T* const w =
-                                          kSmallTwiddles<order, T>.value + 2 * kUsed * (group * (kRows - 1) + k - 1);
-                                      value = Times(value, {hn::Load(d, w), hn::Load(d, w + kUsed)});
-                                    }
-                                    x[k] = value;
-                                  });
+      Parts<V> x[kRows];
+      Butterfly<kRows, Parts<V>>([&](auto n) ORPSP_INLINED { return from.Load(d, n * kColumns + group * kUsed); },
+                                 [&](auto k, Parts<V> value) ORPSP_INLINED {
+                                   if constexpr (k > 0) {
+                                     const T* const w =
+                                         kSmallTwiddles<order, T>.value + 2 * kUsed * (group * (kRows - 1) + k - 1);
+                                     value = Times(value, {hn::Load(d, w), hn::Load(d, w + kUsed)});
+                                   }
+                                   x[k] = value;
+                                 });
       Unrolled<kRows / kUsed>([&](auto v) ORPSP_INLINED {
-        const auto at = [&](auto j) ORPSP_INLINED -> Points<V>& { return row[group * kUsed + j][v]; };
+        const auto at = [&](auto j) ORPSP_INLINED -> Parts<V>& { return row[group * kUsed + j][v]; };
         TransposePart(
             d, [&](auto i) ORPSP_INLINED { return x[v * kUsed + i].re; },
             [&](auto j, V re) ORPSP_INLINED { at(j).re = re; });
@@ -235,15 +233,16 @@ HWY_INLINE void SmallTransform(const From& from, const To& to, T factor) {
       });
     });
     Repeat<order, kRows / kUsed>([&](auto v) ORPSP_INLINED {
-      Butterfly<kColumns, Points<V>>([&](auto n) ORPSP_INLINED { return row[n][v]; },
-                                     [&](auto k, Points<V> value) ORPSP_INLINED {
-                                       to.Store(d, MaybeScaled<isScaled>(value, factor), k * kRows + v * kUsed);
-                                     });
+      Butterfly<kColumns, Parts<V>>([&](auto n) ORPSP_INLINED { return row[n][v]; },
+                                    [&](auto k, Parts<V> value) ORPSP_INLINED {
+                                      to.Store(d, MaybeScaled<isScaled>(value, factor), k * kRows + v * kUsed);
+                                    });
     });
   }
 }
 
 }  // namespace
+}  // namespace fft
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp
 HWY_AFTER_NAMESPACE();

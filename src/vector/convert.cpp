@@ -13,6 +13,7 @@
 #include "simd/half-inl.h"
 #include "simd/round-inl.h"
 #include "simd/triple-inl.h"
+#include "vector/convert-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace orpsp {
@@ -399,6 +400,27 @@ inline constexpr bool whereRounded<OrpStatus (*)(const S*, D*, int, A...)> = (is
     sizeof...(A) > 0 || std::numeric_limits<S>::digits > std::numeric_limits<D>::digits);
 
 }  // namespace
+
+// ---- For kernels of this width
+
+template <class S, class D>
+void ConvertVector(const S* src, D* dst, size_t len) {
+  Map(Change{}, dst, len, SourceFor<D>(src));
+}
+
+template <class S, class D>
+void RoundVector(const S* src, D* dst, size_t len, int scale) {
+  RoundTo<Rounding::kNearest>(dst, len, src, scale);
+}
+
+#define ORPS_INSTANTIATE(I, F)                       \
+  template void ConvertVector(const I*, F*, size_t); \
+  template void RoundVector(const F*, I*, size_t, int)
+ORPS_INSTANTIATE(Orp16s, Orp32f);
+ORPS_INSTANTIATE(Orp32s, Orp32f);
+ORPS_INSTANTIATE(Orp32s, Orp64f);
+#undef ORPS_INSTANTIATE
+
 }  // namespace HWY_NAMESPACE
 }  // namespace orpsp
 HWY_AFTER_NAMESPACE();
