@@ -71,7 +71,7 @@ HWY_INLINE Doubles MinusTwiceLogarithm(Doubles x) {
   return hn::Sub(series, hn::Mul(parted.e, hn::Set(kDoubles, 1.3862943611198906)));
 }
 
-// Of pi/2 (q + y), q the upper two bits and y = -1/2 ... 1/2 the next 52 bits.
+// The direction of pi/2 (q + y), q the upper two bits and y = -1/2 ... 1/2 the next 52 bits.
 HWY_INLINE Parts<Doubles> DirectionOf(Words angle) {
   return DirectionOf(angle, hn::Sub(FractionOf(hn::ShiftLeft<2>(angle), 1), hn::Set(kDoubles, 1.5)));
 }
@@ -247,68 +247,52 @@ void Sequence(const Source& source, uint64_t state, Position position, T* dst, s
 // ---- State objects
 
 struct RandomState {
-  uint32_t tag;
+  Orp32u tag, none;
   uint64_t position;
   double parameters[2];
   uint64_t home;
 };
 
-template <class S, uint32_t tag>
-struct KindOf {
+template <class S, Orp32u tag>
+struct RandomOf : KindOf<RandomState, Tags<tag>> {
   using Source = S;
-  static constexpr uint32_t kTag = tag;
+
+  template <class T>
+  static OrpStatus Check(T first, T second, Orp32u) {
+    return Source::Accepts(first, second) ? StsOk : StsBadArg;
+  }
+  template <class T>
+  static OrpStatus Make(RandomState& state, Orp8u*, T first, T second, Orp32u seed) {
+    state = {tag, 0, uint64_t{seed} << 32, {static_cast<double>(first), static_cast<double>(second)}, 0};
+    return StsOk;
+  }
 };
 template <class Handle>
-struct Kind;
-#define ORPSP_RANDOM_KIND(name, source, type, tag) \
-  template <>                                      \
-  struct Kind<name> : KindOf<source<type>, tag> {}
-ORPSP_RANDOM_KIND(OrpRandUniformState_8u, UniformInteger, Orp8u, 0x52440001);
-ORPSP_RANDOM_KIND(OrpRandUniformState_16s, UniformInteger, Orp16s, 0x52440002);
-ORPSP_RANDOM_KIND(OrpRandUniformState_32f, UniformReal, Orp32f, 0x52440003);
-ORPSP_RANDOM_KIND(OrpRandGaussState_8u, Gauss, Orp8u, 0x52440004);
-ORPSP_RANDOM_KIND(OrpRandGaussState_16s, Gauss, Orp16s, 0x52440005);
-ORPSP_RANDOM_KIND(OrpRandGaussState_32f, Gauss, Orp32f, 0x52440006);
-#undef ORPSP_RANDOM_KIND
-
-template <class Handle, class T>
-RandomState Begin(T first, T second, Orp32u seed) {
-  const auto a = static_cast<double>(first), b = static_cast<double>(second);
-  return {Kind<Handle>::kTag, uint64_t{seed} << 32, {a, b}, 0};
-}
-
-template <class Handle, class T>
-OrpStatus init(Handle* pState, T first, T second, Orp32u seed) {
-  ORPS_RETURN_IF(anyNull(pState), StsNullPtr);
-  ORPS_RETURN_IF(!Kind<Handle>::Source::Accepts(first, second), StsBadArg);
-  writeState(pState, Begin<Handle>(first, second, seed));
-  return StsOk;
-}
-
-template <class Handle, class T>
-OrpStatus initAlloc(Handle** ppState, T first, T second, Orp32u seed) {
-  ORPS_RETURN_IF(anyNull(ppState), StsNullPtr);
-  ORPS_RETURN_IF(!Kind<Handle>::Source::Accepts(first, second), StsBadArg);
-  return allocateState(ppState, Begin<Handle>(first, second, seed));
-}
-
-template <class Handle>
-OrpStatus release(Handle* pState) {
-  return releaseState<RandomState>(pState, Kind<Handle>::kTag);
-}
+struct Random;
+template <>
+struct Random<OrpRandUniformState_8u> : RandomOf<UniformInteger<Orp8u>, 0x52440001> {};
+template <>
+struct Random<OrpRandUniformState_16s> : RandomOf<UniformInteger<Orp16s>, 0x52440002> {};
+template <>
+struct Random<OrpRandUniformState_32f> : RandomOf<UniformReal<Orp32f>, 0x52440003> {};
+template <>
+struct Random<OrpRandGaussState_8u> : RandomOf<Gauss<Orp8u>, 0x52440004> {};
+template <>
+struct Random<OrpRandGaussState_16s> : RandomOf<Gauss<Orp16s>, 0x52440005> {};
+template <>
+struct Random<OrpRandGaussState_32f> : RandomOf<Gauss<Orp32f>, 0x52440006> {};
 
 // ---- Elements
 
 template <class Handle, class T>
 OrpStatus next(T* pDst, int len, Handle* pState) {
-  using Source = typename Kind<Handle>::Source;
+  using Source = typename Random<Handle>::Source;
   ORPS_CHECK_VECTOR(len, pDst, pState);
   RandomState state;
-  ORPS_RETURN_IF(!readState(pState, Kind<Handle>::kTag, state), StsSpecMismatch);
+  ORPS_RETURN_IF(!readState<Random<Handle>>(pState, state), StsSpecMismatch);
   const Source source(static_cast<T>(state.parameters[0]), static_cast<T>(state.parameters[1]));
   Sequence(source, Source::kState, state.position, pDst, static_cast<size_t>(len));
-  state.position += static_cast<uint64_t>(len);
-  writeState(pState, state);
+  writeField(pState, offsetof(RandomState, position), state.position + toSize(len));
   return StsOk;
 }
 

@@ -45,7 +45,7 @@ class Turns {
     const double sum = Fraction(times * parts_[0]) + Fraction(times * parts_[1]) + times * parts_[2];
     return Fraction(sum);
   }
-  // The same for a vector of n below 2^10.
+  // A vector of n below 2^10.
   HWY_INLINE Doubles operator()(Doubles n) const {
     const auto product = hn::Mul(n, hn::Set(kDoubles, parts_[0]));
     const auto rest = hn::Mul(n, hn::Set(kDoubles, parts_[1] + parts_[2]));
@@ -175,90 +175,79 @@ constexpr Orp16u kHighestFrequencyQ15 = 16383;
 constexpr Orp32u kHighestPhaseQ15 = 205886;
 constexpr Orp32s kHighestAsymmetryQ15 = 102943;
 
-// Frequencies are multiples of 2^-15: 2^15 samples are whole periods, and a count of the samples so far is the exact
+// Frequencies are multiples of 2^-15: 2^15 samples are whole periods, and the number of samples so far is the exact
 // phase at any time.
 struct ToneState {
-  static constexpr Orp32u kTag = 0x434D4148;
-  Orp32u tag;
+  Orp32u tag, none;
   double magnitude, frequency, phase;
-  Orp32u counters[2];
-  Orp64u home;
-
-  OrpStatus Set(Orp16s magnitudeIn, Orp16u rFreqQ15, Orp32u phaseQ15) {
-    ORPS_RETURN_IF(magnitudeIn < 1, StsToneMagnitude);
-    ORPS_RETURN_IF(rFreqQ15 > kHighestFrequencyQ15, StsToneFrequency);
-    ORPS_RETURN_IF(phaseQ15 > kHighestPhaseQ15, StsTonePhase);
-    *this = {kTag, double(magnitudeIn), rFreqQ15 * kQ15, phaseQ15 * kQ15, {}, 0};
-    return StsOk;
-  }
-  void Generate(Orp16s* dst, size_t len, const Turns& turns, double phaseNow) const {
-    FillTone<double>(dst, len, magnitude, turns, phaseNow);
-  }
+  Orp64u samples, home;
 };
 struct TriangleState {
-  static constexpr Orp32u kTag = 0x434D4149;
-  Orp32u tag;
+  Orp32u tag, none;
   double magnitude, frequency, phase, asymmetry, unused[10];
-  Orp32u counters[3];
-  Orp64u home;
+  Orp64u samples, unusedToo, home;
+};
 
-  OrpStatus Set(Orp16s magnitudeIn, Orp16u rFreqQ15, Orp32u phaseQ15, Orp32s asymmetryQ15) {
-    ORPS_RETURN_IF(magnitudeIn < 1, StsTriangleMagnitude);
+template <class Handle>
+struct Q15;
+
+template <>
+struct Q15<OrpToneStateQ15_16s> : KindOf<ToneState, Tags<0x434D4148>> {
+  static OrpStatus Check(Orp16s magnitude, Orp16u rFreqQ15, Orp32u phaseQ15) {
+    ORPS_RETURN_IF(magnitude < 1, StsToneMagnitude);
+    ORPS_RETURN_IF(rFreqQ15 > kHighestFrequencyQ15, StsToneFrequency);
+    ORPS_RETURN_IF(phaseQ15 > kHighestPhaseQ15, StsTonePhase);
+    return StsOk;
+  }
+  static OrpStatus Make(ToneState& state, Orp8u*, Orp16s magnitude, Orp16u rFreqQ15, Orp32u phaseQ15) {
+    state = {Tags::kFirst, 0, double(magnitude), rFreqQ15 * kQ15, phaseQ15 * kQ15, 0, 0};
+    return StsOk;
+  }
+  static void Generate(const ToneState& state, Orp16s* dst, size_t len, const Turns& turns, double phase) {
+    FillTone<double>(dst, len, state.magnitude, turns, phase);
+  }
+};
+
+template <>
+struct Q15<OrpTriangleStateQ15_16s> : KindOf<TriangleState, Tags<0x434D4149>> {
+  static OrpStatus Check(Orp16s magnitude, Orp16u rFreqQ15, Orp32u phaseQ15, Orp32s asymmetryQ15) {
+    ORPS_RETURN_IF(magnitude < 1, StsTriangleMagnitude);
     ORPS_RETURN_IF(rFreqQ15 > kHighestFrequencyQ15, StsTriangleFrequency);
     ORPS_RETURN_IF(phaseQ15 > kHighestPhaseQ15, StsTrianglePhase);
     ORPS_RETURN_IF(asymmetryQ15 < -kHighestAsymmetryQ15 || asymmetryQ15 > kHighestAsymmetryQ15, StsTriangleAsymmetry);
-    *this = {kTag, double(magnitudeIn), rFreqQ15 * kQ15, phaseQ15 * kQ15, asymmetryQ15 * kQ15, {}, {}, 0};
     return StsOk;
   }
-  void Generate(Orp16s* dst, size_t len, const Turns& turns, double phaseNow) const {
-    FillTriangle(dst, len, magnitude, turns, asymmetry, phaseNow);
+  static OrpStatus Make(TriangleState& state, Orp8u*, Orp16s magnitude, Orp16u rFreqQ15, Orp32u phaseQ15,
+                        Orp32s asymmetryQ15) {
+    state = {Tags::kFirst, 0, double(magnitude), rFreqQ15 * kQ15, phaseQ15 * kQ15, asymmetryQ15 * kQ15, {}, 0, 0, 0};
+    return StsOk;
+  }
+  static void Generate(const TriangleState& state, Orp16s* dst, size_t len, const Turns& turns, double phase) {
+    FillTriangle(dst, len, state.magnitude, turns, state.asymmetry, phase);
   }
 };
 
-template <class State, class Handle, class... Parameter>
-OrpStatus init(Handle* pState, Parameter... parameter) {
-  ORPS_RETURN_IF(anyNull(pState), StsNullPtr);
-  State state;
-  const OrpStatus status = state.Set(parameter...);
-  if (status == StsOk) writeState(pState, state);
-  return status;
-}
-
-template <class State, class Handle, class... Parameter>
-OrpStatus initAlloc(Handle** ppState, Parameter... parameter) {
-  ORPS_RETURN_IF(anyNull(ppState), StsNullPtr);
-  State state;
-  const OrpStatus status = state.Set(parameter...);
-  return status == StsOk ? allocateState(ppState, state) : status;
-}
-
-template <class State, class Handle>
-OrpStatus release(Handle* pState) {
-  return releaseState<State>(pState, State::kTag);
-}
-
-template <class State, class Handle>
+template <class Handle>
 OrpStatus generate(Orp16s* pDst, int len, Handle* pState) {
   ORPS_CHECK_VECTOR(len, pDst, pState);
-  State state;
-  ORPS_RETURN_IF(!readState(pState, State::kTag, state), StsSpecMismatch);
-  const size_t count = static_cast<size_t>(len);
-  const uint64_t done = (uint64_t{state.counters[1]} << 32) + state.counters[0];
+  typename Q15<Handle>::Record state;
+  ORPS_RETURN_IF(!readState<Q15<Handle>>(pState, state), StsSpecMismatch);
+  const size_t count = toSize(len);
   const Turns turns(state.frequency);
-  state.Generate(pDst, count, turns, Advanced<double>(state.phase, turns(done % 32768)));
-  state.counters[0] = static_cast<Orp32u>(done + count);
-  state.counters[1] = static_cast<Orp32u>((done + count) >> 32);
-  writeState(pState, state);
+  Q15<Handle>::Generate(state, pDst, count, turns, Advanced<double>(state.phase, turns(state.samples % 32768)));
+  writeField(pState, offsetof(typename Q15<Handle>::Record, samples), state.samples + count);
   return StsOk;
 }
 
-template <class State, class... Parameter>
+template <class Handle, class... Parameter>
 OrpStatus generateDirect(Orp16s* pDst, int len, Parameter... parameter) {
   ORPS_CHECK_VECTOR(len, pDst);
-  State state;
-  const OrpStatus status = state.Set(parameter...);
-  if (status == StsOk) state.Generate(pDst, static_cast<size_t>(len), Turns(state.frequency), state.phase);
-  return status;
+  const OrpStatus status = Q15<Handle>::Check(parameter...);
+  ORPS_RETURN_IF(status != StsOk, status);
+  typename Q15<Handle>::Record state;
+  Q15<Handle>::Make(state, nullptr, parameter...);
+  Q15<Handle>::Generate(state, pDst, toSize(len), Turns(state.frequency), state.phase);
+  return StsOk;
 }
 
 }  // namespace

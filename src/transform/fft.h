@@ -10,8 +10,8 @@
 namespace orpsp {
 
 // Every specification, whatever its element type: T is the floating-point type that computes. Integer types use the
-// record of that type with their own tag, hint and work size. The record stands on a multiple of 64 bytes; its tables
-// begin kFftHeaderBytes behind it. Order 0 of the 16-bit types has room for the fields only.
+// record of that type with their own tag, hint and work size. The record stands on a multiple of 64 bytes, the tables
+// on the next one behind the header. Order 0 of the 16-bit types has room for the fields only.
 template <class T>
 struct FftSpec {
   int32_t tag;
@@ -20,14 +20,15 @@ struct FftSpec {
   int32_t scalesInverse;
   T factor;
   int32_t hint;
-  int32_t workBytes;  // of one call, without what aligning it takes
+  int32_t workBytes;  // of one call, without what aligning it takes; 0 if it exceeds an int
   int32_t isAllocated;
   T* twiddles;        // of the complex transform, of half the length if this one is real; null where there are none
   int32_t* reversed;  // the row of the result that each block of the last pass begins with; null where there is none
   T* split;           // of real types: fft_split-inl.h; null where there is none
+  uint64_t home;      // frame/state.h
 };
 
-constexpr size_t kFftHeaderBytes = 192;  // 136 that belong to the header, rounded up to the alignment of tables
+constexpr size_t kFftHeaderBytes = 136;
 static_assert(sizeof(FftSpec<float>) <= 72 && sizeof(FftSpec<double>) <= 72);
 static_assert(offsetof(FftSpec<float>, hint) == 20 && offsetof(FftSpec<double>, hint) == 24);
 

@@ -21,16 +21,18 @@ namespace HWY_NAMESPACE {
 namespace {
 
 // Calls use(numbers, work) with room for `count` numbers of T and the working memory of a complex transform. Of few
-// points the numbers are on the stack; their transforms need no working memory.
+// points the numbers are on the stack; their transforms need no working memory. Where the bytes exceed an int, GetSize
+// says 0, so that a caller's buffer may be of any size.
 template <class T, class Use>
-HWY_INLINE OrpStatus WithRoom(int order, size_t count, int complexOrder, Orp8u* buffer, const Use& use) {
+HWY_INLINE OrpStatus WithRoom(const FftSpec<T>& spec, size_t count, int complexOrder, Orp8u* buffer, const Use& use) {
   constexpr int kFewOrder = 3;
-  if (order <= kFewOrder) {
+  if (spec.order <= kFewOrder) {
     T few[size_t{2} << kFewOrder];
     use(few, nullptr);
     return StsOk;
   }
   const size_t bytes = (count * sizeof(T) + 63) & ~size_t{63};
+  if (spec.workBytes == 0) buffer = nullptr;
   Workspace room;
   ORPS_RETURN_IF(!room.Provide(buffer, static_cast<int64_t>(bytes + complexWorkBytes<T>(complexOrder))), StsNoMemory);
   T* const numbers = reinterpret_cast<T*>(room.Memory());
@@ -46,7 +48,7 @@ OrpStatus complexSfs(const E* pSrc, E* pDst, const Handle* pFFTSpec, int scaleFa
   ORPS_CHECK_COMPLEX_FFT(pFFTSpec, pSrc, pDst);
   const FftSpec<T>& spec = *fftRecord(pFFTSpec);
   const size_t count = size_t{2} << spec.order;
-  return WithRoom<T>(spec.order, count, spec.order, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
+  return WithRoom<T>(spec, count, spec.order, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
     ConvertVector(lanes(pSrc), numbers, count);
     fft::TransformPairs<isInverse>(spec, spec.order, numbers, numbers, work);
     RoundVector(numbers, lanes(pDst), count, scaleFactor);
@@ -59,7 +61,7 @@ OrpStatus planarSfs(const E* pSrcRe, const E* pSrcIm, E* pDstRe, E* pDstIm, cons
   ORPS_CHECK_COMPLEX_FFT(pFFTSpec, pSrcRe, pSrcIm, pDstRe, pDstIm);
   const FftSpec<T>& spec = *fftRecord(pFFTSpec);
   const size_t len = size_t{1} << spec.order;
-  return WithRoom<T>(spec.order, 2 * len, spec.order, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
+  return WithRoom<T>(spec, 2 * len, spec.order, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
     ConvertVector(pSrcRe, numbers, len);
     ConvertVector(pSrcIm, numbers + len, len);
     fft::TransformPlanes<isInverse>(spec, spec.order, numbers, numbers + len, numbers, numbers + len, work);
@@ -76,7 +78,7 @@ OrpStatus RealSfs(const From* pSrc, To* pDst, const Handle* pFFTSpec, int scaleF
   const FftSpec<T>& spec = *fftRecord(pFFTSpec);
   const size_t len = size_t{1} << spec.order;
   const size_t inSpectrum = spectrumLength<Layout>(len);
-  return WithRoom<T>(spec.order, inSpectrum, spec.order - 1, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
+  return WithRoom<T>(spec, inSpectrum, spec.order - 1, pBuffer, [&](T* numbers, void* work) HWY_ATTR {
     ConvertVector(pSrc, numbers, isInverse ? inSpectrum : len);
     (isInverse ? fft::SpectrumToReal<Layout, T> : fft::RealToSpectrum<Layout, T>)(spec, numbers, numbers, work);
     RoundVector(numbers, pDst, isInverse ? len : inSpectrum, scaleFactor);

@@ -4,8 +4,12 @@
 #include <xmmintrin.h>
 
 #include <algorithm>
+#include <climits>
+#include <cmath>
 #include <cstring>
 #include <type_traits>
+
+#include "frame/state.h"
 
 namespace orpsp {
 namespace {
@@ -26,7 +30,7 @@ struct Thresholds {
 constexpr size_t indexBytes(int order) { return alignUp(4 * (points(order) / 4) + 4); }
 
 template <class T>
-size_t twiddleTableBytes(int order) {
+constexpr size_t twiddleTableBytes(int order) {
   return alignUp(Thresholds<T>::kPair * (points(order) + 1));
 }
 
@@ -36,7 +40,7 @@ struct Large {
 };
 
 template <class T>
-Large largeBytes(int order) {
+constexpr Large largeBytes(int order) {
   using L = Thresholds<T>;
   const bool isSmallSplit = order < L::kLarge + 2;
   const int inner = order - (isSmallSplit ? 4 : 8);
@@ -55,30 +59,97 @@ Large largeBytes(int order) {
 
 // Roots that take the spectrum of half the length to that of 2^order reals.
 template <class T>
-size_t splitBytes(int order) {
+constexpr size_t splitBytes(int order) {
   using L = Thresholds<T>;
   if (order <= L::kLarge) return alignUp(L::kPair * (points(order) / 4));
   return alignUp(L::kDoubled * (points(order - 9) + 8192));
 }
 
 template <class T>
-size_t complexTableBytes(int order) {
-  return complexTwiddleBytes<T>(order) + complexIndexBytes<T>(order);
+constexpr size_t twiddleBytes(int order) {
+  using L = Thresholds<T>;
+  if (order < kTabledFrom) return 0;
+  if (order >= L::kLarge) return largeBytes<T>(order).tables;
+  return twiddleTableBytes<T>(order) + (order >= L::kMedium ? alignUp(L::kDoubled * points(order) / 2) : 0);
 }
 
 template <class T>
-FftSizes floatSizes(int order, bool isReal) {
+constexpr size_t reversedBytes(int order) {
+  return order >= kTabledFrom && order < Thresholds<T>::kLarge ? indexBytes(order) : 0;
+}
+
+template <class T>
+constexpr size_t workBytes(int order) {
+  using L = Thresholds<T>;
+  if (order < kTabledFrom) return 0;
+  if (order >= L::kLarge) return largeBytes<T>(order).work;
+  return alignUp(L::kPair * points(order)) + (order >= L::kMedium ? kThreads * kThreadBytes : 0);
+}
+
+template <class T>
+constexpr FftSizes floatSizes(int order, bool isReal) {
   const int complexOrder = order - (isReal ? 1 : 0);
   if (order < kTabledFrom - (isReal ? 1 : 0)) return {200, 0, 0};
-  const size_t work = complexWorkBytes<T>(complexOrder);
-  return {complexTableBytes<T>(complexOrder) + (isReal ? 2 * splitBytes<T>(order) : 0) + 256,
+  const size_t tables = twiddleBytes<T>(complexOrder) + reversedBytes<T>(complexOrder);
+  const size_t work = workBytes<T>(complexOrder);
+  return {tables + (isReal ? 2 * splitBytes<T>(order) : 0) + 256,
           order > kStaticSineOrder ? alignUp(sizeof(T) * (points(order) / 4 + 1)) + 64 : 0, work + (work > 0 ? 64 : 0)};
 }
 
 // 16-bit types of few points compute directly; hint 2 declines that.
-bool isCompact(const FftShape& shape) {
+constexpr bool isCompact(const FftShape& shape) {
   return shape.sampleBytes == 2 && (shape.order == 0 || (shape.order <= 3 && (shape.hint == 0 || shape.hint == 1)));
 }
+
+template <class T>
+constexpr FftSizes sizesOf(const FftShape& shape) {
+  FftSizes sizes = floatSizes<T>(shape.order, shape.isReal);
+  if (shape.sampleBytes == 0) return sizes;
+  // The samples as T; a real spectrum has room for the imaginary parts of its first and last bin.
+  const size_t n = points(shape.order), converted = sizeof(T) * (shape.isReal ? n + 2 : 2 * n);
+  if (isCompact(shape)) {
+    if (shape.order == 0) return {136, 0, 0};
+    return {shape.isReal ? uint64_t{384} : uint64_t{320}, 128, converted + (shape.isReal ? 0 : 4 * n) + 64};
+  }
+  const bool isShort = shape.sampleBytes == 2;
+  sizes.spec += isShort ? 192 : 128;
+  sizes.init += isShort || sizes.init > 0 ? 64 : 0;
+  sizes.work += converted + 64;
+  if (sizes.work > INT_MAX) sizes.work = 0;
+  return sizes;
+}
+
+// The tables of a specification, behind its header.
+template <class T>
+struct Tables {
+  T *twiddles, *split;
+  int32_t* reversed;
+
+  constexpr Tables(const FftShape& shape, Regions& regions) {
+    const int complexOrder = shape.order - (shape.isReal ? 1 : 0);
+    const bool isSplit = shape.isReal && shape.order >= kTabledFrom - 1;
+    regions.take<char>(isSplit || complexOrder >= kTabledFrom ? kFftHeaderBytes : sizeof(FftSpec<T>));
+    twiddles = regions.take<T>(twiddleBytes<T>(complexOrder) / sizeof(T), 64);
+    reversed = regions.take<int32_t>(reversedBytes<T>(complexOrder) / sizeof(int32_t), 64);
+    split = regions.take<T>(isSplit ? splitBytes<T>(shape.order) / sizeof(T) : 0, 64);
+  }
+};
+
+// Whether the sizes that are promised hold what is counted, in memory at any address.
+template <class T>
+constexpr bool holdsTables(bool isReal) {
+  for (int order = 0; order <= highestOrder<T>(isReal); ++order) {
+    for (const FftShape& shape : {FftShape{order, 1, 0, isReal, 0}, FftShape{order, 1, 0, isReal, 2},
+                                  FftShape{order, 1, 2, isReal, 2}, FftShape{order, 1, 0, isReal, 4}}) {
+      Regions counted;
+      static_cast<void>(Tables<T>(shape, counted));
+      if (counted.bytes() + 63 > sizesOf<T>(shape).spec) return false;
+    }
+  }
+  return true;
+}
+static_assert(holdsTables<float>(false) && holdsTables<float>(true));
+static_assert(holdsTables<double>(false) && holdsTables<double>(true));
 
 template <class T>
 T normFactor(int order, int flag) {
@@ -100,68 +171,41 @@ T normFactor(int order, int flag) {
 
 template <class T>
 size_t complexTwiddleBytes(int order) {
-  using L = Thresholds<T>;
-  if (order < kTabledFrom) return 0;
-  if (order >= L::kLarge) return largeBytes<T>(order).tables;
-  return twiddleTableBytes<T>(order) + (order >= L::kMedium ? alignUp(L::kDoubled * points(order) / 2) : 0);
+  return twiddleBytes<T>(order);
 }
 
 template <class T>
 size_t complexIndexBytes(int order) {
-  return order >= kTabledFrom && order < Thresholds<T>::kLarge ? indexBytes(order) : 0;
+  return reversedBytes<T>(order);
 }
 
 template <class T>
 size_t complexWorkBytes(int order) {
-  using L = Thresholds<T>;
-  if (order < kTabledFrom) return 0;
-  if (order >= L::kLarge) return largeBytes<T>(order).work;
-  return alignUp(L::kPair * points(order)) + (order >= L::kMedium ? kThreads * kThreadBytes : 0);
+  return workBytes<T>(order);
 }
 
 template <class T>
 FftSizes fftSizes(const FftShape& shape) {
-  FftSizes sizes = floatSizes<T>(shape.order, shape.isReal);
-  if (shape.sampleBytes == 0) return sizes;
-  // The samples as T; a real spectrum has room for the imaginary parts of its first and last bin.
-  const size_t n = points(shape.order), converted = sizeof(T) * (shape.isReal ? n + 2 : 2 * n);
-  if (isCompact(shape)) {
-    if (shape.order == 0) return {136, 0, 0};
-    return {shape.isReal ? uint64_t{384} : uint64_t{320}, 128, converted + (shape.isReal ? 0 : 4 * n) + 64};
-  }
-  const bool isShort = shape.sampleBytes == 2;
-  sizes.spec += isShort ? 192 : 128;
-  sizes.init += isShort || sizes.init > 0 ? 64 : 0;
-  sizes.work += converted + 64;
-  return sizes;
+  return sizesOf<T>(shape);
 }
 
 template <class T>
-FftSpec<T>* placeSpec(const FftShape& shape, void* memory) {
-  const FftSizes sizes = fftSizes<T>(shape);
-  const auto address = reinterpret_cast<uintptr_t>(memory);
-  char* const first = static_cast<char*>(memory) + (alignUp(address) - address);
-  std::memset(first, 0, std::min<size_t>(136, sizes.spec - 64));
-  auto* const spec = reinterpret_cast<FftSpec<T>*>(first);
-  spec->order = shape.order;
-  spec->hint = shape.hint;
-  if (!isNormFlag(shape.flag)) return spec;
-  spec->scalesForward = shape.flag == 1 || shape.flag == 4;
-  spec->scalesInverse = shape.flag == 2 || shape.flag == 4;
-  spec->factor = normFactor<T>(shape.order, shape.flag);
-  if (sizes.work > 0) spec->workBytes = static_cast<int32_t>(static_cast<uint32_t>(sizes.work - 64));
-  if (isCompact(shape)) return spec;
-  char* tables = first + kFftHeaderBytes;
-  const int complexOrder = shape.order - (shape.isReal ? 1 : 0);
-  if (complexOrder >= kTabledFrom) {
-    spec->twiddles = reinterpret_cast<T*>(tables);
-    tables += complexTwiddleBytes<T>(complexOrder);
-    const size_t indices = complexIndexBytes<T>(complexOrder);
-    if (indices > 0) spec->reversed = reinterpret_cast<int32_t*>(tables);
-    tables += indices;
-  }
-  if (shape.isReal && shape.order >= kTabledFrom - 1) spec->split = reinterpret_cast<T*>(tables);
-  return spec;
+void fillSpec(const FftShape& shape, FftSpec<T>& spec) {
+  const FftSizes sizes = sizesOf<T>(shape);
+  char* const header = reinterpret_cast<char*>(&spec);
+  std::memset(header, 0, std::min<size_t>(kFftHeaderBytes, sizes.spec - 64));
+  spec.order = shape.order;
+  spec.hint = shape.hint;
+  if (!isNormFlag(shape.flag)) return;
+  spec.scalesForward = shape.flag == 1 || shape.flag == 4;
+  spec.scalesInverse = shape.flag == 2 || shape.flag == 4;
+  spec.factor = normFactor<T>(shape.order, shape.flag);
+  if (sizes.work > 0) spec.workBytes = static_cast<int32_t>(sizes.work - 64);
+  Regions regions(header);
+  const Tables<T> tables(shape, regions);
+  spec.twiddles = tables.twiddles;
+  spec.reversed = tables.reversed;
+  spec.split = tables.split;
 }
 
 #define ORPS_INSTANTIATE(T)                       \
@@ -169,7 +213,7 @@ FftSpec<T>* placeSpec(const FftShape& shape, void* memory) {
   template size_t complexIndexBytes<T>(int);      \
   template size_t complexWorkBytes<T>(int);       \
   template FftSizes fftSizes<T>(const FftShape&); \
-  template FftSpec<T>* placeSpec<T>(const FftShape&, void*)
+  template void fillSpec<T>(const FftShape&, FftSpec<T>&)
 ORPS_INSTANTIATE(float);
 ORPS_INSTANTIATE(double);
 #undef ORPS_INSTANTIATE

@@ -36,13 +36,12 @@ constexpr int highestOrder(bool isReal) {
 
 constexpr bool isNormFlag(int flag) { return flag == 1 || flag == 2 || flag == 4 || flag == 8; }
 
-// What the GetSize functions answer. A work size that exceeds an int is answered modulo 2^32.
+// What the GetSize functions answer. A work size that exceeds an int is answered as 0: calls make room themselves.
 template <class T>
 FftSizes fftSizes(const FftShape& shape);
 
-// Places a record in a caller's memory and fills its fields. The pointers say where the tables go; the tag is 0 until
-// they are there.
+// Fills the fields of a record. The pointers say where the tables go; the tag is 0 until they are there.
 template <class T>
-FftSpec<T>* placeSpec(const FftShape& shape, void* memory);
+void fillSpec(const FftShape& shape, FftSpec<T>& spec);
 
 }  // namespace orpsp

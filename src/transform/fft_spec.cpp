@@ -3,8 +3,7 @@
 
 #include "frame/check.h"
 #include "frame/entry.h"
-#include "orpcore.h"
-#include "simd/element.h"
+#include "frame/state.h"
 #include "simd/targets.h"
 #include "transform/fft_sizes.h"
 
@@ -32,71 +31,59 @@ bool IsOrder(int order) {
 }
 
 template <class Handle>
+struct Fft : KindOf<typename FftKind<Handle>::Spec, Tags<FftKind<Handle>::kTag>, true> {
+  using T = typename FftKind<Handle>::Real;
+  static constexpr int kAlignment = 64;
+
+  // InitAlloc's order, which is GetSize's; Init has one of its own.
+  static OrpStatus Check(int order, int flag, int) {
+    ORPS_RETURN_IF(order < 0 || order > 30, StsFftOrder);
+    ORPS_RETURN_IF(!isNormFlag(flag), StsFftFlag);
+    ORPS_RETURN_IF(!IsOrder<Handle>(order), StsFftOrder);
+    return StsOk;
+  }
+  static RecordBytes Bytes(int order, int flag, int hint) {
+    const FftSizes sizes = fftSizes<T>(ShapeOf<Handle>(order, flag, hint));
+    return {sizes.spec, sizes.init};
+  }
+  static OrpStatus Make(FftSpec<T>& spec, Orp8u* buffer, int order, int flag, int hint) {
+    fillSpec(ShapeOf<Handle>(order, flag, hint), spec);
+    ORPS_RETURN_IF(!isNormFlag(flag), StsFftFlag);
+    const bool hasTables = spec.twiddles != nullptr || spec.split != nullptr;
+    ORPS_RETURN_IF(hasTables && order > kStaticSineOrder && anyNull(buffer), StsNullPtr);
+    fft::FillPlan(spec, orpAlignPtr(buffer, 64));
+    spec.tag = FftKind<Handle>::kTag;
+    return StsOk;
+  }
+};
+
+template <class Handle>
 OrpStatus getSize(int order, int flag, int hint, int* pSizeSpec, int* pSizeInit, int* pSizeBuf) {
   ORPS_RETURN_IF(order < 0 || order > 30, StsFftOrder);
   ORPS_RETURN_IF(anyNull(pSizeSpec, pSizeInit, pSizeBuf), StsNullPtr);
-  ORPS_RETURN_IF(!isNormFlag(flag), StsFftFlag);
-  ORPS_RETURN_IF(!IsOrder<Handle>(order), StsFftOrder);
+  const OrpStatus status = Fft<Handle>::Check(order, flag, hint);
+  ORPS_RETURN_IF(status != StsOk, status);
   const FftSizes sizes = fftSizes<typename FftKind<Handle>::Real>(ShapeOf<Handle>(order, flag, hint));
   put(pSizeSpec, static_cast<int>(sizes.spec));
   put(pSizeInit, static_cast<int>(sizes.init));
-  put(pSizeBuf, static_cast<int>(static_cast<uint32_t>(sizes.work)));
+  put(pSizeBuf, static_cast<int>(sizes.work));
   return StsOk;
 }
 
 template <class Handle>
-OrpStatus init(Handle** ppFFTSpec, int order, int flag, int hint, Orp8u* pSpec, Orp8u* pSpecBuffer) {
-  using T = typename FftKind<Handle>::Real;
+OrpStatus initAligned(Handle** ppFFTSpec, int order, int flag, int hint, Orp8u* pSpec, Orp8u* pSpecBuffer) {
   ORPS_RETURN_IF(anyNull(ppFFTSpec), StsNullPtr);
   ORPS_RETURN_IF(!IsOrder<Handle>(order), StsFftOrder);
   ORPS_RETURN_IF(anyNull(pSpec), StsNullPtr);
-  FftSpec<T>* const spec = placeSpec<T>(ShapeOf<Handle>(order, flag, hint), pSpec);
-  ORPS_RETURN_IF(!isNormFlag(flag), StsFftFlag);
-  const bool hasTables = spec->twiddles != nullptr || spec->split != nullptr;
-  ORPS_RETURN_IF(hasTables && order > kStaticSineOrder && anyNull(pSpecBuffer), StsNullPtr);
-  fft::FillPlan(*spec, orpAlignPtr(pSpecBuffer, 64));
-  spec->tag = FftKind<Handle>::kTag;
-  put(ppFFTSpec, reinterpret_cast<Handle*>(spec));
-  return StsOk;
-}
-
-template <class Handle>
-OrpStatus initAlloc(Handle** ppFFTSpec, int order, int flag, int hint) {
-  ORPS_RETURN_IF(anyNull(ppFFTSpec), StsNullPtr);
-  int specBytes = 0, initBytes = 0, workBytes = 0;
-  OrpStatus status = getSize<Handle>(order, flag, hint, &specBytes, &initBytes, &workBytes);
-  ORPS_RETURN_IF(status != StsOk, status);
-  auto* const memory = static_cast<Orp8u*>(orpMalloc(specBytes));
-  ORPS_RETURN_IF(memory == nullptr, StsNoMemory);
-  auto* const buffer = initBytes > 0 ? static_cast<Orp8u*>(orpMalloc(initBytes)) : nullptr;
-  Handle* spec = nullptr;
-  status = initBytes > 0 && buffer == nullptr ? OrpStatus{StsNoMemory} : init(&spec, order, flag, hint, memory, buffer);
-  orpFree(buffer);
-  if (status != StsOk) {
-    orpFree(memory);
-    return status;
-  }
-  reinterpret_cast<typename FftKind<Handle>::Spec*>(spec)->isAllocated = 1;
-  put(ppFFTSpec, spec);
-  return StsOk;
+  return initIn<Fft>(pSpec, pSpecBuffer, ppFFTSpec, order, flag, hint);
 }
 
 template <class Handle>
 OrpStatus getBufSize(const Handle* pFFTSpec, int* pBufferSize) {
   ORPS_RETURN_IF(anyNull(pFFTSpec, pBufferSize), StsNullPtr);
-  const auto* const spec = fftRecord(pFFTSpec);
-  ORPS_RETURN_IF(spec->tag != FftKind<Handle>::kTag, StsSpecMismatch);
-  put(pBufferSize, spec->workBytes > 0 ? spec->workBytes + 64 : 0);
-  return StsOk;
-}
-
-template <class Handle>
-OrpStatus release(Handle* pFFTSpec) {
-  ORPS_RETURN_IF(anyNull(pFFTSpec), StsNullPtr);
-  auto* const spec = reinterpret_cast<typename FftKind<Handle>::Spec*>(pFFTSpec);
-  ORPS_RETURN_IF(spec->tag != FftKind<Handle>::kTag, StsSpecMismatch);
-  spec->tag = 0;
-  if (spec->isAllocated == 1) orpFree(spec);
+  ORPS_RETURN_IF(!accepts<typename Fft<Handle>::Tags>(pFFTSpec), StsSpecMismatch);
+  const int bytes = fftRecord(pFFTSpec)->workBytes;
+  put(pBufferSize, bytes > 0 ? bytes + 64 : 0);
   return StsOk;
 }
 

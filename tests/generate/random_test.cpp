@@ -11,7 +11,6 @@
 #include <tuple>
 #include <vector>
 
-#include "orpcore.h"
 #include "orpsp.h"
 #include "support/digest.h"
 #include "support/guarded.h"
@@ -47,14 +46,12 @@ std::vector<T> drawn(const std::vector<int>& lengths, const std::function<OrpSta
 template <class T, class S>
 struct Functions {
   using Element = T;
-  using State = S;
   const char* name;
   OrpStatus (*getSize)(int*);
   OrpStatus (*init)(S*, T, T, Orp32u);
-  OrpStatus (*initAlloc)(S**, T, T, Orp32u);
-  OrpStatus (*release)(S*);
   OrpStatus (*next)(T*, int, S*);
 
+  static S* at(Orp8u* memory) { return reinterpret_cast<S*>(memory); }
   [[nodiscard]] bool isGauss() const { return std::strstr(name, "Gauss") != nullptr; }
   [[nodiscard]] size_t size() const {
     int bytes = 0;
@@ -63,13 +60,10 @@ struct Functions {
   }
 };
 template <class T, class S>
-Functions(const char*, OrpStatus (*)(int*), OrpStatus (*)(S*, T, T, Orp32u), OrpStatus (*)(S**, T, T, Orp32u),
-          OrpStatus (*)(S*), OrpStatus (*)(T*, int, S*)) -> Functions<T, S>;
-#define FUNCTIONS(kind, type)                                                                              \
-  Functions {                                                                                              \
-#kind "_" #type, &orps##kind##GetSize_##type, &orps##kind##Init_##type, &orps##kind##InitAlloc_##type, \
-        &orps##kind##Free_##type, &orps##kind##_##type                                                     \
-  }
+Functions(const char*, OrpStatus (*)(int*), OrpStatus (*)(S*, T, T, Orp32u), OrpStatus (*)(T*, int, S*))
+    -> Functions<T, S>;
+#define FUNCTIONS(kind, type) \
+  Functions { #kind "_" #type, &orps##kind##GetSize_##type, &orps##kind##Init_##type, &orps##kind##_##type }
 const auto kFunctions = std::tuple(FUNCTIONS(RandUniform, 8u), FUNCTIONS(RandUniform, 16s), FUNCTIONS(RandUniform, 32f),
                                    FUNCTIONS(RandGauss, 8u), FUNCTIONS(RandGauss, 16s), FUNCTIONS(RandGauss, 32f));
 
@@ -78,7 +72,7 @@ Sequence<T> byState(const Functions<T, State>& functions) {
   return {functions.name, functions.isGauss(), false,
           [=](T first, T second, uint32_t seed, const std::vector<int>& lengths) {
             Guarded<Orp8u> memory(functions.size(), 3);
-            auto* const state = reinterpret_cast<State*>(memory.data());
+            auto* const state = functions.at(memory.data());
             EXPECT_EQ(StsOk, functions.init(state, first, second, seed));
             return drawn<T>(lengths, [=](T* dst, int len) { return functions.next(dst, len, state); });
           }};
@@ -350,63 +344,10 @@ TEST(RandomCalls, CheckTheirArguments) {
   checkDirect(&orpsRandGauss_Direct_64f, true);
   const auto check = [](const auto& functions) {
     using T = typename std::decay_t<decltype(functions)>::Element;
-    using State = typename std::decay_t<decltype(functions)>::State;
     SCOPED_TRACE(functions.name);
-    EXPECT_EQ(StsNullPtr, functions.getSize(nullptr));
-    EXPECT_EQ(StsNullPtr, functions.init(nullptr, 6, 5, 0));
-    EXPECT_EQ(StsNullPtr, functions.initAlloc(nullptr, 6, 5, 0));
-    EXPECT_EQ(StsNullPtr, functions.release(nullptr));
-    std::vector<Orp8u> memory(functions.size()), zeros = memory;
-    auto* const state = reinterpret_cast<State*>(memory.data());
-    State* allocated = nullptr;
-    for (const auto& [first, second] : refusedBy<T>(functions.isGauss())) {
-      EXPECT_EQ(StsBadArg, functions.init(state, first, second, 0));
-      EXPECT_EQ(StsBadArg, functions.initAlloc(&allocated, first, second, 0));
-    }
-    orpSetAllocator([](void*, size_t) -> void* { return nullptr; }, [](void*, void*) {}, nullptr);
-    EXPECT_EQ(StsNoMemory, functions.initAlloc(&allocated, 5, 5, 0));
-    orpSetAllocator(nullptr, nullptr, nullptr);
-    EXPECT_EQ(nullptr, allocated);
-    T dst = 42;
-    EXPECT_EQ(StsSpecMismatch, functions.next(&dst, 1, state));
-    EXPECT_EQ(StsSpecMismatch, functions.release(state));
-    EXPECT_EQ(zeros, memory);
-    EXPECT_EQ(StsNullPtr, functions.next(nullptr, 0, state));
-    EXPECT_EQ(StsNullPtr, functions.next(&dst, 0, nullptr));
-    EXPECT_EQ(StsBadSize, functions.next(&dst, 0, state));
-    EXPECT_EQ(T{42}, dst);
-  };
-  std::apply([&](const auto&... each) { (check(each), ...); }, kFunctions);
-}
-
-// A copy goes on from where it was made, and owns no memory; no state passes for one of another kind.
-TEST(RandomStates, AreCopiedReleasedAndToldApart) {
-  const auto check = [](const auto& functions) {
-    using T = typename std::decay_t<decltype(functions)>::Element;
-    using State = typename std::decay_t<decltype(functions)>::State;
-    SCOPED_TRACE(functions.name);
-    State* state = nullptr;
-    ASSERT_EQ(StsOk, functions.initAlloc(&state, 10, 100, 77));
-    T values[7], again[7];
-    ASSERT_EQ(StsOk, functions.next(values, 3, state));
-    std::vector<Orp8u> memory(functions.size() + 1);
-    auto* const copy = reinterpret_cast<State*>(memory.data() + 1);
-    std::memcpy(memory.data() + 1, state, functions.size());
-    ASSERT_EQ(StsOk, functions.next(values, 7, state));
-    ASSERT_EQ(StsOk, functions.next(again, 7, copy));
-    EXPECT_TRUE(std::equal(values, values + 7, again));
-    const auto refuses = [&](const auto& other) {
-      if (std::strcmp(other.name, functions.name) == 0) return;
-      using Other = std::decay_t<decltype(other)>;
-      typename Other::Element dst = 42;
-      auto* const strange = reinterpret_cast<typename Other::State*>(copy);
-      EXPECT_EQ(StsSpecMismatch, other.next(&dst, 1, strange)) << other.name;
-      EXPECT_EQ(StsSpecMismatch, other.release(strange)) << other.name;
-    };
-    std::apply([&](const auto&... each) { (refuses(each), ...); }, kFunctions);
-    EXPECT_EQ(StsOk, functions.release(copy));
-    EXPECT_EQ(StsSpecMismatch, functions.next(again, 7, copy));
-    EXPECT_EQ(StsOk, functions.release(state));
+    std::vector<Orp8u> memory(functions.size());
+    for (const auto& [first, second] : refusedBy<T>(functions.isGauss()))
+      EXPECT_EQ(StsBadArg, functions.init(functions.at(memory.data()), first, second, 0));
   };
   std::apply([&](const auto&... each) { (check(each), ...); }, kFunctions);
 }

@@ -237,38 +237,6 @@ TEST(Tone, HasTheSameBitsEverywhere) {
   EXPECT_EQ(13790587109866272498u, digest.value());
 }
 
-TEST(Q15, StatesContinueAndEqualTheDirectForms) {
-  int toneBytes = 0, triangleBytes = 0;
-  ASSERT_EQ(StsOk, orpsToneGetStateSizeQ15_16s(&toneBytes));
-  ASSERT_EQ(StsOk, orpsTriangleGetStateSizeQ15_16s(&triangleBytes));
-  for (const size_t misalignment : {0U, 3U}) {
-    Guarded<Orp8u> toneMemory(static_cast<size_t>(toneBytes), misalignment);
-    Guarded<Orp8u> triangleMemory(static_cast<size_t>(triangleBytes), misalignment);
-    auto* const tone = reinterpret_cast<OrpToneStateQ15_16s*>(toneMemory.data());
-    auto* const wave = reinterpret_cast<OrpTriangleStateQ15_16s*>(triangleMemory.data());
-    ASSERT_EQ(StsOk, orpsToneInitQ15_16s(tone, 30001, 12345, 205886));
-    ASSERT_EQ(StsOk, orpsTriangleInitQ15_16s(wave, 30001, 12345, 205886, -102943));
-    constexpr int kLen = 200000;
-    std::vector<Orp16s> tones(kLen), waves(kLen), part(kLen);
-    ASSERT_EQ(StsOk, orpsToneQ15_Direct_16s(tones.data(), kLen, 30001, 12345, 205886));
-    ASSERT_EQ(StsOk, orpsTriangleQ15_Direct_16s(waves.data(), kLen, 30001, 12345, 205886, -102943));
-    for (int n = 0; n < kLen; ++n) {
-      const long double turns = turnsOf(12345 / 32768.0, static_cast<uint64_t>(n)) + 205886 / 32768.0L / (2 * kPi);
-      expectSample(30001 * std::cos(2 * kPi * turns), 1e-9L, tones[static_cast<size_t>(n)]);
-      expectSample(30001 * triangle(turns, -102943 / 32768.0), 1e-9L, waves[static_cast<size_t>(n)]);
-    }
-    for (int n = 0, step = 1; n < kLen; n += step, step = (step * 3 + 1) % 4001 + 1) {
-      const int len = std::min(step, kLen - n);
-      for (const bool isTone : {true, false}) {
-        const std::vector<Orp16s>& whole = isTone ? tones : waves;
-        ASSERT_EQ(StsOk,
-                  isTone ? orpsToneQ15_16s(part.data(), len, tone) : orpsTriangleQ15_16s(part.data(), len, wave));
-        ASSERT_TRUE(std::equal(part.begin(), part.begin() + len, whole.begin() + n)) << n << " and " << len;
-      }
-    }
-  }
-}
-
 // The counter of a state, whose upper half takes more than a day to reach.
 TEST(Q15, CountsBeyond32Bits) {
   constexpr Orp64u kBefore = (Orp64u{5} << 32) - 3;
@@ -295,32 +263,27 @@ TEST(Q15, CountsBeyond32Bits) {
   check(memory, 120, direct, [&](Orp16s* dst) { return orpsTriangleQ15_16s(dst, kLen, wave); });
 }
 
-TEST(Q15, Statuses) {
+// (A state's samples do not depend on how they are divided into calls, as state_test sees.)
+TEST(Q15, StatesEqualTheDirectFormsAndTheFormulas) {
+  constexpr int kLen = 200000;
+  std::vector<Orp16s> tones(kLen), waves(kLen), fromTone(kLen), fromWave(kLen);
   OrpToneStateQ15_16s* tone = nullptr;
   OrpTriangleStateQ15_16s* wave = nullptr;
-  Orp16s sample = 0;
-  EXPECT_EQ(StsNullPtr, orpsToneGetStateSizeQ15_16s(nullptr));
-  EXPECT_EQ(StsNullPtr, orpsToneInitQ15_16s(nullptr, 0, 0, 0));
-  EXPECT_EQ(StsNullPtr, orpsTriangleInitAllocQ15_16s(nullptr, 0, 0, 0, 0));
-  EXPECT_EQ(StsToneMagnitude, orpsToneInitAllocQ15_16s(&tone, 0, 16384, 205887));
-  EXPECT_EQ(StsToneFrequency, orpsToneInitAllocQ15_16s(&tone, 1, 16384, 205887));
-  EXPECT_EQ(StsTonePhase, orpsToneInitAllocQ15_16s(&tone, 1, 16383, 205887));
-  EXPECT_EQ(StsTriangleMagnitude, orpsTriangleInitAllocQ15_16s(&wave, 0, 16384, 205887, 102944));
-  EXPECT_EQ(StsTriangleFrequency, orpsTriangleInitAllocQ15_16s(&wave, 1, 16384, 205887, 102944));
-  EXPECT_EQ(StsTrianglePhase, orpsTriangleInitAllocQ15_16s(&wave, 1, 16383, 205887, 102944));
-  EXPECT_EQ(StsTriangleAsymmetry, orpsTriangleInitAllocQ15_16s(&wave, 1, 16383, 205886, 102944));
-  EXPECT_EQ(StsTriangleAsymmetry, orpsTriangleQ15_Direct_16s(&sample, 1, 1, 16383, 205886, -102944));
-  EXPECT_TRUE(tone == nullptr && wave == nullptr);
-  ASSERT_EQ(StsOk, orpsToneInitAllocQ15_16s(&tone, 1, 16383, 205886));
-  ASSERT_EQ(StsOk, orpsTriangleInitAllocQ15_16s(&wave, 1, 16383, 205886, 102943));
-  EXPECT_EQ(StsNullPtr, orpsToneQ15_16s(nullptr, 1, tone));
-  EXPECT_EQ(StsNullPtr, orpsToneQ15_16s(&sample, 1, nullptr));
-  EXPECT_EQ(StsBadSize, orpsToneQ15_16s(&sample, 0, tone));
-  EXPECT_EQ(StsSpecMismatch, orpsToneQ15_16s(&sample, 1, reinterpret_cast<OrpToneStateQ15_16s*>(wave)));
-  EXPECT_EQ(StsSpecMismatch, orpsTriangleFree(reinterpret_cast<OrpTriangleStateQ15_16s*>(tone)));
+  ASSERT_EQ(StsOk, orpsToneInitAllocQ15_16s(&tone, 30001, 12345, 205886));
+  ASSERT_EQ(StsOk, orpsTriangleInitAllocQ15_16s(&wave, 30001, 12345, 205886, -102943));
+  ASSERT_EQ(StsOk, orpsToneQ15_16s(fromTone.data(), kLen, tone));
+  ASSERT_EQ(StsOk, orpsTriangleQ15_16s(fromWave.data(), kLen, wave));
+  ASSERT_EQ(StsOk, orpsToneQ15_Direct_16s(tones.data(), kLen, 30001, 12345, 205886));
+  ASSERT_EQ(StsOk, orpsTriangleQ15_Direct_16s(waves.data(), kLen, 30001, 12345, 205886, -102943));
+  EXPECT_TRUE(tones == fromTone && waves == fromWave);
+  for (int n = 0; n < kLen; ++n) {
+    const long double turns = turnsOf(12345 / 32768.0, static_cast<uint64_t>(n)) + 205886 / 32768.0L / (2 * kPi);
+    expectSample(30001 * std::cos(2 * kPi * turns), 1e-9L, tones[static_cast<size_t>(n)]);
+    expectSample(30001 * triangle(turns, -102943 / 32768.0), 1e-9L, waves[static_cast<size_t>(n)]);
+  }
+  EXPECT_EQ(StsTriangleAsymmetry, orpsTriangleQ15_Direct_16s(waves.data(), 1, 1, 16383, 205886, -102944));
   EXPECT_EQ(StsOk, orpsToneFree(tone));
   EXPECT_EQ(StsOk, orpsTriangleFree(wave));
-  EXPECT_EQ(StsNullPtr, orpsToneFree(nullptr));
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // The exports of the FFT as data: the types of specifications, and every transform with the layouts of its arrays.
 #pragma once
 
-#include <climits>
 #include <cmath>
 #include <cstring>
 #include <functional>
@@ -11,8 +10,8 @@
 #include <tuple>
 #include <vector>
 
-#include "orpcore.h"
 #include "orpsp.h"
+#include "support/allocator.h"
 #include "support/call.h"
 #include "support/guarded.h"
 #include "transform/fft_reference.h"
@@ -302,33 +301,5 @@ std::vector<Z> inputFor(Kind kind, int order, Function number) {
   }
   return x;
 }
-
-// ---- memory ---------------------------------------------------------------------------------------------------------
-
-// While it lives, the library's memory comes from it. Fails from the given allocation on.
-class CountingAllocator {
- public:
-  explicit CountingAllocator(int failsAt = INT_MAX) : failsAt_(failsAt) {
-    orpSetAllocator([](void* self, size_t bytes) { return static_cast<CountingAllocator*>(self)->allocate(bytes); },
-                    [](void* self, void* block) {
-                      --static_cast<CountingAllocator*>(self)->live;
-                      std::free(block);
-                    },
-                    this);
-  }
-  ~CountingAllocator() {
-    orpSetAllocator(nullptr, nullptr, nullptr);
-    EXPECT_EQ(0, live) << "blocks leaked";
-  }
-  int requests = 0, live = 0;
-
- private:
-  void* allocate(size_t bytes) {
-    if (requests++ >= failsAt_) return nullptr;
-    ++live;
-    return std::malloc(bytes);
-  }
-  int failsAt_;
-};
 
 }  // namespace orptest

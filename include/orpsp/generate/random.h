@@ -43,8 +43,8 @@ extern "C" {
  *  2^32 elements; seed s then goes on with the elements of seed s + 1.
  *
  *  `GetSize` writes the bytes of a state (the same for all). `Init` makes a state in memory of the caller, `InitAlloc`
- *  in memory of its own, and writes its address. `Free` ends a state: it is no longer accepted, and if it stands where
- *  `InitAlloc` has put it, its memory is released. A state that `Init` made, or a copy, need not be released.
+ *  in memory of its own, and writes its address. `Free` releases what `InitAlloc` made, and no call accepts that any
+ *  more. A state that `Init` made, or a copy, stays as it is and may be used on; it need not be released.
  *
  *  The calls without a suffix write the next len elements. One state may not be used by two threads at the same time.
  *  @{ */

@@ -88,8 +88,8 @@ OrpStatus orpsTriangle_Direct_64fc(Orp64fc* pDst, int len, Orp64f magnitude, Orp
  *
  *  A state holds the parameters and the number of samples so far, from which the phase is exact at any time: however a
  *  signal is divided into calls, for hours and days, its samples differ by less than 2e-14 times the magnitude before
- *  they are rounded. A state may be at any address; a copy of its bytes is a state of its own, whose memory `Free`
- *  leaves alone. One thread at a time may generate with a state. Its fields:
+ *  they are rounded. A state may be at any address; a copy of its bytes is a state of its own, in memory of the
+ *  caller. One thread at a time may generate with a state. Its fields:
  *
  *  | bytes | tone | bytes | triangle |
  *  |---|---|---|---|
@@ -107,7 +107,8 @@ OrpStatus orpsTriangle_Direct_64fc(Orp64fc* pDst, int len, Orp64f magnitude, Orp
  *    frequency, phase, asymmetry (`StsToneMagnitude`, ... or `StsTriangleMagnitude`, ...).
  *  - `InitAlloc`: makes a state in memory of `orpMalloc` and stores its address in *ppState. The same statuses, then
  *    `StsNoMemory`; if it fails, *ppState is as before.
- *  - `Free`: `StsNullPtr`, `StsSpecMismatch`. The state is no longer valid; what `InitAlloc` made is released.
+ *  - `Free`: releases what `InitAlloc` made, which no call accepts any more. A state in memory of the caller stays as
+ * it is, and may be used on. `StsNullPtr`, `StsSpecMismatch` if pState is no state of this generator.
  *  - `ToneQ15`, `TriangleQ15`: the next len samples. Statuses, in this order: `StsNullPtr` if pDst or pState is null,
  *    `StsBadSize`, `StsSpecMismatch` if pState is no state of this generator.
  *  - `_Direct`: the first len samples, without a state. `StsNullPtr`, `StsBadSize`, then as `Init`.

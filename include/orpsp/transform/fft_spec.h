@@ -105,8 +105,8 @@ typedef struct OrpFftSpec_R_16s32s OrpFftSpec_R_16s32s;
  *  | C_32s, C_32sc (F = C_64fc) | F + 128 | F + 64+ | F + 16N + 64 |
  *  | R_32s (F = R_64f) | F + 128 | F + 64+ | F + 8N + 16 + 64 |
  *
- *  The work size of an integer type's highest order exceeds INT_MAX. *pSizeBuf is that size modulo 2^32, a negative
- *  number; such transforms are best called without a work buffer.
+ *  Work sizes above INT_MAX, those of the integer types' highest orders, are given as 0: such transforms make room
+ *  themselves.
  *
  *  Statuses, in this order: `StsOk`, `StsFftOrder` (order negative or above 30), `StsNullPtr`, `StsFftFlag` (flag not
  *  1, 2, 4 or 8), `StsFftOrder` (order above the type's highest). Nothing is written then.
@@ -129,8 +129,8 @@ OrpStatus orpsFFTGetSize_R_16s32s(int order, int flag, int hint, int* pSizeSpec,
 /** @name FFTInit
  *  Builds a specification in memory of the caller: pSpec holds *pSizeSpec bytes of `FFTGetSize` at any address,
  *  pSpecBuffer *pSizeInit bytes, needed by orders 11 and above and during the call only; it may be null below. The
- *  specification stands at the first multiple of 64 in pSpec; that address is stored in *ppFFTSpec. It must not be
- *  moved and lives as long as its memory.
+ *  specification stands at the first multiple of 64 in pSpec; that address is stored in *ppFFTSpec. Its tables must
+ *  not be moved, and it lives as long as its memory.
  *
  *  The factor is 1 / N for flags 1 and 2, 1 / sqrt(N) for flag 4, in double correctly rounded. In float the latter is
  *  made of the processor's approximate reciprocal square root r as (r * -0.5) * (N * r * r - 3), each operation rounded
@@ -191,7 +191,7 @@ OrpStatus orpsFFTInitAlloc_R_16s32s(OrpFftSpec_R_16s32s** ppFFTSpec, int order, 
 /** @} */
 
 /** @name FFTGetBufSize
- *  *pBufferSize = the bytes of a transform's work buffer: *pSizeBuf of `FFTGetSize`, or 0 if that is negative.
+ *  *pBufferSize = the bytes of a transform's work buffer: *pSizeBuf of `FFTGetSize`.
  *  Statuses, in this order: `StsOk`, `StsNullPtr`, `StsSpecMismatch` (the specification has another type, or was
  *  released).
  *  @{ */
@@ -211,8 +211,9 @@ OrpStatus orpsFFTGetBufSize_R_16s32s(const OrpFftSpec_R_16s32s* pFFTSpec, int* p
 /** @} */
 
 /** @name FFTFree
- *  Sets the tag to 0, so that nothing accepts the specification any more, and releases the memory if `FFTInitAlloc`
- *  allocated it; memory of the caller stays the caller's.
+ *  Sets the tag to 0, so that nothing accepts the specification any more, and releases the memory if the specification
+ *  stands where `FFTInitAlloc` put it. Memory of the caller stays the caller's, and so does that of a copy: a copy of a
+ *  specification's bytes owns nothing, reads the tables of the original, and may be used as long as these are there.
  *  Statuses, in this order: `StsOk`, `StsNullPtr`, `StsSpecMismatch` (the specification has another type, or was
  *  released).
  *  @{ */
