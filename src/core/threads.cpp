@@ -15,7 +15,7 @@
 
 namespace {
 
-// Those that the process may use.
+// Processors that the process may use.
 int processors() {
 #if defined(_WIN32)
   DWORD_PTR usable = 0, all = 0;

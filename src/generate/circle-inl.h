@@ -49,7 +49,7 @@ HWY_INLINE Parts<Doubles> DirectionOf(Words quarter, Doubles y) {
           hn::BitCast(kDoubles, hn::Xor(hn::Xor(s, exchanged), hn::And(quarter, sign)))};
 }
 
-// Of turns below 2^48.
+// Cosine and sine of turns below 2^48.
 HWY_INLINE Parts<Doubles> DirectionOf(Doubles turns) {
   const auto quarters = hn::Mul(turns, hn::Set(kDoubles, 4.0)), round = hn::Set(kDoubles, 0x1.8p52);
   const auto shifted = hn::Add(quarters, round);  // the nearest integer is in its lower bits

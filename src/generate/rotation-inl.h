@@ -68,7 +68,7 @@ class Rotation {
     first_ = n % (kSeedBlocks * kTurnedBlock) == 0 ? start_.Times(Direction::Of(turnsOf_(n))) : first_.Times(block_);
   }
 
-  // Of the block's elements from j on.
+  // Parts of the block's elements from j on.
   HWY_INLINE auto Re(size_t j) const { return hn::Sub(TimesRe(first_.re, j), TimesIm(first_.im, j)); }
   HWY_INLINE auto Im(size_t j) const { return hn::Add(TimesRe(first_.im, j), TimesIm(first_.re, j)); }
 

@@ -34,6 +34,13 @@ TEST(Load, ManyTimesWithACallEachTime) {
   }
 }
 
+// The width that a build with fewer of them has instead: the next narrower one, else its narrowest.
+int builtFor(int bits) {
+  for (; bits >= 128; bits /= 2)
+    if (ORPSP_WIDTHS & bits) return bits;
+  return ORPSP_WIDTHS & 256 ? 256 : 512;
+}
+
 TEST(Load, ChoosesVariantAndWidthEachTime) {
   const Module core(ORPCORE_FILE);
   ASSERT_TRUE(core);
@@ -63,7 +70,7 @@ TEST(Load, ChoosesVariantAndWidthEachTime) {
       const Module library(ORPSP_FILE);
       ASSERT_TRUE(library);
       EXPECT_STREQ(choice.variant, ORPTEST_SYMBOL(library, orpsGetLibVersion)()->cpuCode);
-      EXPECT_EQ(choice.bits, width());
+      EXPECT_EQ(builtFor(choice.bits), width());
     }
     EXPECT_FALSE(Module::isLoaded(ORPSP_FILE));
   }
