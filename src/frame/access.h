@@ -1,4 +1,4 @@
-// Elements at any address, and lengths as sizes.
+// Elements at any address, lengths as sizes, sizes up to a multiple.
 #pragma once
 
 #include <cstddef>
@@ -19,5 +19,10 @@ inline void put(T* p, T value) {
 
 // A length that has been checked.
 __attribute__((always_inline)) constexpr size_t toSize(int len) { return static_cast<size_t>(len); }
+
+// `bytes` up to the next multiple of `step`, a power of two.
+__attribute__((always_inline)) constexpr size_t upToMultiple(size_t bytes, size_t step) {
+  return (bytes + step - 1) & ~(step - 1);
+}
 
 }  // namespace orpsp

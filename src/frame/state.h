@@ -39,7 +39,7 @@ class Regions {
   template <class T>
   constexpr T* take(size_t count, size_t alignment = alignof(T)) {
     if (count == 0) return nullptr;
-    const size_t offset = (bytes_ + alignment - 1) & ~(alignment - 1);
+    const size_t offset = upToMultiple(bytes_, alignment);
     bytes_ = offset + count * sizeof(T);
     return block_ == nullptr ? nullptr : reinterpret_cast<T*>(block_ + offset);
   }

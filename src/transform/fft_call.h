@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "frame/access.h"
 #include "frame/check.h"
 #include "orpcore.h"
 #include "transform/fft.h"
@@ -39,7 +40,7 @@ class Workspace {
   __attribute__((always_inline)) bool Provide(Orp8u* given, int64_t bytes) {
     if (bytes <= 0) return true;
     if (given) {
-      memory_ = reinterpret_cast<Orp8u*>((reinterpret_cast<uintptr_t>(given) + 63) & ~uintptr_t{63});
+      memory_ = reinterpret_cast<Orp8u*>(upToMultiple(reinterpret_cast<uintptr_t>(given), 64));
       return true;
     }
     memory_ = own_ = static_cast<Orp8u*>(orpMalloc(bytes));

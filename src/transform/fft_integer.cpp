@@ -31,7 +31,7 @@ HWY_INLINE OrpStatus WithRoom(const FftSpec<T>& spec, size_t count, int complexO
     use(few, nullptr);
     return StsOk;
   }
-  const size_t bytes = (count * sizeof(T) + 63) & ~size_t{63};
+  const size_t bytes = upToMultiple(count * sizeof(T), 64);
   if (spec.workBytes == 0) buffer = nullptr;
   Workspace room;
   ORPS_RETURN_IF(!room.Provide(buffer, static_cast<int64_t>(bytes + complexWorkBytes<T>(complexOrder))), StsNoMemory);

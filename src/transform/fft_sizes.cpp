@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <climits>
-#include <cmath>
 #include <cstring>
 #include <type_traits>
 
@@ -14,7 +13,7 @@
 namespace orpsp {
 namespace {
 
-constexpr size_t alignUp(size_t bytes) { return (bytes + 63) & ~size_t{63}; }
+constexpr size_t alignUp(size_t bytes) { return upToMultiple(bytes, 64); }
 constexpr size_t points(int order) { return size_t{1} << order; }
 
 constexpr int kTabledFrom = 6;  // order from which on complex transforms have tables
