@@ -44,23 +44,24 @@ ORPCORE_API void ownSetVectorBits(int bits);
 
 /** @name Threads
  *  A call of orpSP uses the calling thread alone until the application or the environment asks for more. Then long
- * calls of some functions, which say so, are divided among as many threads as the function and this number allow.
- * Results and statuses are those of one thread.
+ *  calls of some functions, which say so, are divided among as many threads as the function and this number allow.
+ *  Results and statuses are those of one thread.
  *
  *  Helpers. orpSP starts threads of its own when the first call wants them, never more than this number less one. A
- * call that finds them busy with other calls, or for which none can be started, runs on the calling thread. They handle
- * no signals but those of their own faults. They work under the calling thread's floating-point environment, and raise
- *  their exceptions there. A helper without work looks for some for 2^17 ticks of the processor's time-stamp counter
- * (30 to 130 microseconds), then sleeps. Helpers end when orpSP is unloaded; on Windows it stays loaded once it has
- * any.
+ *  call that finds them busy with other calls, or for which none can be started, runs on the calling thread. They
+ *  handle no signals but those of their own faults. They work under the calling thread's floating-point environment,
+ *  and raise their exceptions there. A helper without work looks for some for 2^17 ticks of the processor's
+ *  time-stamp counter (30 to 130 microseconds), then sleeps. Helpers end when orpSP is unloaded; on Windows it stays
+ *  loaded once it has any.
  *
- *  Waiting. A call returns when all its parts are done. The calling thread does the parts that no helper has begun, and
- *  waits for those in the middle; it spins about as long as its own part took, then sleeps. So a call takes longer than
- *  on one thread if the system takes a helper's processor away in the middle of a part, or if one is woken in vain.
- * What is lost in this way is followed by a pause: calls run on the calling thread alone until they have taken as much
- * time as was lost, and twice as much after each further loss, up to 64 times, until sharing has gained what the last
- * loss cost. Therefore, however busy the machine, a sequence of calls takes at most twice the time of one thread, but
- * for the start of the helpers and the last loss: a time slice of the system, a few milliseconds as a rule.
+ *  Waiting. A call returns when all its parts are done. The calling thread does the parts that no helper has begun,
+ *  and waits for those in the middle; it spins about as long as its own part took, then sleeps. So a call takes
+ *  longer than on one thread if the system takes a helper's processor away in the middle of a part, or if one is
+ *  woken in vain. What is lost in this way is followed by a pause: calls run on the calling thread alone until they
+ *  have taken as much time as was lost, and twice as much after each further loss, up to 64 times, until sharing has
+ *  gained what the last loss cost. Therefore, however busy the machine, a sequence of calls takes at most twice the
+ *  time of one thread, but for the start of the helpers and the last loss: a time slice of the system, a few
+ *  milliseconds as a rule.
  *
  *  fork. The number of threads of the new process is 1 until it sets another.
  *  @{ */

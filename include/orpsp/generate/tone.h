@@ -108,7 +108,7 @@ OrpStatus orpsTriangle_Direct_64fc(Orp64fc* pDst, int len, Orp64f magnitude, Orp
  *  - `InitAlloc`: makes a state in memory of `orpMalloc` and stores its address in *ppState. The same statuses, then
  *    `StsNoMemory`; if it fails, *ppState is as before.
  *  - `Free`: releases what `InitAlloc` made, which no call accepts any more. A state in memory of the caller stays as
- * it is, and may be used on. `StsNullPtr`, `StsSpecMismatch` if pState is no state of this generator.
+ *    it is, and may be used on. `StsNullPtr`, `StsSpecMismatch` if pState is no state of this generator.
  *  - `ToneQ15`, `TriangleQ15`: the next len samples. Statuses, in this order: `StsNullPtr` if pDst or pState is null,
  *    `StsBadSize`, `StsSpecMismatch` if pState is no state of this generator.
  *  - `_Direct`: the first len samples, without a state. `StsNullPtr`, `StsBadSize`, then as `Init`.

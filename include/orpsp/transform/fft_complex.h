@@ -6,7 +6,7 @@
  *      X[k] = f * sum over n of x[n] exp(-2 pi i n k / N)          x[n] = g * sum over k of X[k] exp(+2 pi i n k / N),
  *
  *  both in the natural order. f and g are 1 or the specification's factor, as its flag says (fft_spec.h): with flag 1
- * or 2 an inverse after a forward transform gives the points again, with flag 4 too, with flag 8 N times the points.
+ *  or 2 an inverse after a forward transform gives the points again, with flag 4 too, with flag 8 N times the points.
  *
  *  Points are pairs (`32fc`, `64fc`, `16sc`, `32sc`) or two arrays of real and imaginary parts (`32f`, `64f`, `16s`,
  *  `32s`), at any address. Source and destination are the same (`_I`, `_ISfs`, or the same pointers twice) or do not
@@ -67,7 +67,7 @@ OrpStatus orpsFFTInv_CToC_64f_I(Orp64f* pSrcDstRe, Orp64f* pSrcDstIm, const OrpF
  *  The points are converted to single (16s) or double precision (32s), transformed and multiplied by f or g there;
  *  every part of the result is then multiplied by 2^-scaleFactor, rounded to nearest with ties to even and saturated,
  *  for every scale factor. An unscaled transform (flag 8) of full-scale points of 16 bits needs a scale factor of
- * order, or order + 1 where both parts are at full scale, to be free of saturation.
+ *  order, or order + 1 where both parts are at full scale, to be free of saturation.
  *  @{ */
 OrpStatus orpsFFTFwd_CToC_16sc_Sfs(const Orp16sc* pSrc, Orp16sc* pDst, const OrpFftSpec_C_16sc* pFFTSpec,
                                    int scaleFactor, Orp8u* pBuffer);
