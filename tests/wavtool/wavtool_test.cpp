@@ -213,8 +213,9 @@ TEST(Generate, LeavesNothingBehindWhenASignalEndsIt) {
 TEST(Info, FollowsTheLimitsOfTheCoreLibrary) {
   const Outcome outcome = wavtool({"info"}, "ORPCORE_CPU_FEATURES=0x10 ORPCORE_NUM_THREADS=3");
   ASSERT_EQ(outcome.status, 0) << outcome.err;
-  for (const char* text : {"name          orpSP SSSE3 (u8)\n", "variant       u8\n", "width  128 bits\n",
-                           "SSSE3 (0x10)\n", "threads       3\n", "7.1.0 (r36264)"})
+  for (const char* text :
+       {"name          orpSP SSSE3 (u8)\n", "variant       u8\n", "width  " NARROWEST_WIDTH " bits\n", "SSSE3 (0x10)\n",
+        "threads       3\n", "7.1.0 (r36264)"})
     EXPECT_NE(outcome.out.find(text), std::string::npos) << "expected " << text << "\n" << outcome.out;
   EXPECT_EQ(wavtool({"--version"}, "ORPSP_LIBRARY=absent").out, "wavtool 7.1.0\n");
 }
